@@ -1,0 +1,48 @@
+#include <SDL/SDL.h>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+
+#include "shell/Engine.h"
+#include "shell/FrameTimer.h"
+#include "shell/Log.h"
+
+namespace {
+
+const char* const LOG_FILE = "log.txt";
+
+uint32_t ticks() { return SDL_GetTicks(); }
+void sleepMs(uint32_t ms) { SDL_Delay(ms); }
+
+}  // namespace
+
+int main() {
+    Log::setFlags(15);
+    if (!freopen(LOG_FILE, "a", stdout)) return 1;
+    // A worker thread logs once a game is hosted; lines must never interleave.
+    Log::createLock();
+    Log::info("Start");
+    Log::info("Build %s %s", __DATE__, __TIME__);
+    unsigned seed = static_cast<unsigned>(time(nullptr));
+    srand(seed);
+    Log::debug("Seed: 0x%08X", seed);
+
+    if (!Engine::init()) Log::fail("init: Nie udalo sie wystartowac silnika");
+    Log::info("main: init %ums", SDL_GetTicks());
+
+    FrameTimer timer(ticks, sleepMs);
+    while (Engine::isRunning()) {
+        timer.begin();
+        Engine::update(timer.frameTime());
+        Engine::draw();
+        timer.end();
+        // No state stands on the stack yet, so nothing can keep the loop going.
+        if (Engine::depth() == 0) Engine::quit();
+    }
+
+    Engine::clear();
+    Log::info("Stop");
+    Log::close();
+    Log::destroyLock();
+    return 0;
+}

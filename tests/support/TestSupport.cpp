@@ -1,0 +1,63 @@
+#include "TestSupport.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <fstream>
+#include <sstream>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace TestSupport {
+
+ScopedTempDir::ScopedTempDir() {
+    char cwd[4096];
+    if (getcwd(cwd, sizeof cwd)) previous = cwd;
+    char pattern[] = "/tmp/korvane-test-XXXXXX";
+    if (mkdtemp(pattern)) dir = pattern;
+    if (!dir.empty() && chdir(dir.c_str()) != 0) dir.clear();
+}
+
+ScopedTempDir::~ScopedTempDir() {
+    if (!previous.empty() && chdir(previous.c_str()) != 0) perror("chdir");
+    if (!dir.empty()) {
+        std::string cmd = "rm -rf '" + dir + "'";
+        if (system(cmd.c_str()) != 0) perror("rm");
+    }
+}
+
+CapturedStdout::CapturedStdout() {
+    fflush(stdout);
+    char pattern[] = "/tmp/korvane-stdout-XXXXXX";
+    int fd = mkstemp(pattern);
+    file = pattern;
+    savedFd = dup(fileno(stdout));
+    dup2(fd, fileno(stdout));
+    close(fd);
+}
+
+CapturedStdout::~CapturedStdout() {
+    fflush(stdout);
+    dup2(savedFd, fileno(stdout));
+    close(savedFd);
+    unlink(file.c_str());
+}
+
+std::string CapturedStdout::text() {
+    fflush(stdout);
+    return readFile(file);
+}
+
+void writeFile(const std::string& path, const std::string& bytes) {
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+}
+
+std::string readFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream ss;
+    ss << in.rdbuf();
+    return ss.str();
+}
+
+}  // namespace TestSupport

@@ -1,0 +1,39 @@
+#pragma once
+#include <string>
+
+namespace TestSupport {
+
+// Makes a fresh directory under /tmp and makes it the working directory for
+// the lifetime of the object; the old working directory comes back after.
+class ScopedTempDir {
+public:
+    ScopedTempDir();
+    ~ScopedTempDir();
+    ScopedTempDir(const ScopedTempDir&) = delete;
+    ScopedTempDir& operator=(const ScopedTempDir&) = delete;
+    const std::string& path() const { return dir; }
+
+private:
+    std::string dir;
+    std::string previous;
+};
+
+// Sends the process's standard output into a file for the lifetime of the
+// object; text() returns what was written so far.
+class CapturedStdout {
+public:
+    CapturedStdout();
+    ~CapturedStdout();
+    CapturedStdout(const CapturedStdout&) = delete;
+    CapturedStdout& operator=(const CapturedStdout&) = delete;
+    std::string text();
+
+private:
+    int savedFd;
+    std::string file;
+};
+
+void writeFile(const std::string& path, const std::string& bytes);
+std::string readFile(const std::string& path);
+
+}  // namespace TestSupport
