@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "gameplay/ControllerManager.h"
 #include "shell/GameState.h"
 
 namespace {
@@ -17,10 +18,12 @@ namespace Engine {
 bool init() {
     states.reserve(8);
     running = true;
+    ControllerManager::init("config.nvo");
     return true;
 }
 
 void update(float dt) {
+    ControllerManager::update(dt);
     if (!states.empty()) states.back()->update(dt);
 }
 
@@ -60,6 +63,7 @@ void clear() {
         // Deleted too, so that a finished run leaves nothing behind.
         delete leaving;
     }
+    ControllerManager::clear();
 }
 
 unsigned depth() { return static_cast<unsigned>(states.size()); }

@@ -3,6 +3,8 @@
 #include <cstdlib>
 #include <ctime>
 
+#include "gameplay/ControllerManager.h"
+#include "resources/Database.h"
 #include "shell/Engine.h"
 #include "shell/FrameTimer.h"
 #include "shell/Log.h"
@@ -40,7 +42,10 @@ int main() {
         if (Engine::depth() == 0) Engine::quit();
     }
 
+    ControllerManager::clear();
     Engine::clear();
+    // Nothing is saved here: whoever changes a setting saves it then.
+    Database::clearAll();
     Log::info("Stop");
     Log::close();
     Log::destroyLock();

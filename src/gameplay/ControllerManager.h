@@ -1,0 +1,22 @@
+#pragma once
+#include <string>
+
+class Controller;
+
+// The local controllers, made from the settings at start-up and owned here.
+// An entry may be null: an empty type keeps the numbering of the others.
+namespace ControllerManager {
+
+void init(const std::string& path);
+// Two keyboards into "config.nvo"'s settings, in memory only.
+void writeDefaults();
+void update(float dt);
+void clear();
+// Null for a null entry and for an index past the end.
+Controller* get(int index);
+int count();
+// Any action on any controller; menus may be steered by every player.
+bool anyPressed();
+bool isPressed(int action);
+
+}  // namespace ControllerManager
