@@ -5,6 +5,7 @@
 
 #include "gameplay/ControllerManager.h"
 #include "resources/Database.h"
+#include "resources/Resource.h"
 #include "shell/Engine.h"
 #include "shell/FrameTimer.h"
 #include "shell/Log.h"
@@ -12,6 +13,8 @@
 namespace {
 
 const char* const LOG_FILE = "log.txt";
+const char* const RESOURCE_LIST = "data.ini";
+const int EXIT_NO_DATA = 185;
 
 uint32_t ticks() { return SDL_GetTicks(); }
 void sleepMs(uint32_t ms) { SDL_Delay(ms); }
@@ -28,6 +31,9 @@ int main() {
     unsigned seed = static_cast<unsigned>(time(nullptr));
     srand(seed);
     Log::debug("Seed: 0x%08X", seed);
+
+    // Without the archives there is nothing to show; the window is never opened.
+    if (!Resource::open(RESOURCE_LIST)) return EXIT_NO_DATA;
 
     if (!Engine::init()) Log::fail("init: Nie udalo sie wystartowac silnika");
     Log::info("main: init %ums", SDL_GetTicks());
@@ -46,6 +52,7 @@ int main() {
     Engine::clear();
     // Nothing is saved here: whoever changes a setting saves it then.
     Database::clearAll();
+    Resource::clear();
     Log::info("Stop");
     Log::close();
     Log::destroyLock();

@@ -1,0 +1,215 @@
+#include <gtest/gtest.h>
+#include <zlib.h>
+
+#include <memory>
+#include <string>
+
+#include "TestSupport.h"
+#include "cres/CresWriter.h"
+#include "resources/Resfile.h"
+
+using TestSupport::CapturedStdout;
+using TestSupport::ScopedTempDir;
+using TestSupport::writeFile;
+
+namespace {
+
+// Field positions of the first table entry of an archive built by CresWriter.
+const size_t ENTRY_COUNT_AT = 9;
+const size_t FIRST_OFFSET_AT = 13;
+const size_t FIRST_STORED_SIZE_AT = 17;
+const size_t FIRST_UNPACKED_SIZE_AT = 22;  // compressed entries only
+
+void patchU32(std::string& bytes, size_t at, uint32_t value) {
+    for (int i = 0; i < 4; ++i) bytes[at + i] = char((value >> (8 * i)) & 0xFF);
+}
+
+CresWriter::Entry plain(const std::string& name, const std::string& content) {
+    CresWriter::Entry entry;
+    entry.name = name;
+    entry.stored = content;
+    return entry;
+}
+
+// A compressed entry whose table claims unpackedSize, whatever the truth.
+CresWriter::Entry compressed(const std::string& name, const std::string& content, uint32_t unpackedSize) {
+    uLongf length = compressBound(content.size());
+    std::string packed(length, '\0');
+    compress(reinterpret_cast<Bytef*>(&packed[0]), &length, reinterpret_cast<const Bytef*>(content.data()),
+             content.size());
+    packed.resize(length);
+    CresWriter::Entry entry;
+    entry.name = name;
+    entry.stored = packed;
+    entry.compressed = true;
+    entry.unpackedSize = unpackedSize;
+    return entry;
+}
+
+std::string loaded(Resfile& resfile, const std::string& name) {
+    std::unique_ptr<char[]> data(resfile.load(name));
+    return data ? std::string(data.get(), resfile.size(name)) : std::string("<null>");
+}
+
+class ResfileTest : public ::testing::Test {
+protected:
+    ScopedTempDir dir;
+    Resfile resfile;
+};
+
+TEST_F(ResfileTest, LoadsPlainAndCompressedEntriesByNameAndPosition) {
+    std::string text(5000, 'x');
+    CresWriter::write("a.cres", {plain("scripts/a.lua", "print(1)"), CresWriter::packEntry("big.txt", text),
+                                 plain("empty", "")});
+    ASSERT_TRUE(resfile.open("a.cres"));
+    EXPECT_EQ(resfile.count("a.cres"), 3u);
+    EXPECT_TRUE(resfile.exists("big.txt"));
+    EXPECT_FALSE(resfile.exists("BIG.TXT"));
+    EXPECT_EQ(loaded(resfile, "scripts/a.lua"), "print(1)");
+    EXPECT_EQ(loaded(resfile, "big.txt"), text);
+    EXPECT_EQ(resfile.size(1u), 5000u);
+    EXPECT_EQ(resfile.name(0u), "scripts/a.lua");
+    EXPECT_EQ(resfile.name(3u), "");
+    EXPECT_EQ(resfile.size(3u), 0u);
+
+    std::unique_ptr<char[]> empty(resfile.load("a.cres", 2u));
+    ASSERT_TRUE(empty);
+    EXPECT_EQ(empty[0], '\0');
+    std::unique_ptr<char[]> byIndex(resfile.load("a.cres", 0u));
+    ASSERT_TRUE(byIndex);
+    EXPECT_STREQ(byIndex.get(), "print(1)");  // zero byte behind the content
+
+    std::unique_ptr<char[]> whole(resfile.loadAll("a.cres"));
+    ASSERT_TRUE(whole);
+    EXPECT_EQ(std::string(whole.get(), 4), "CRES");
+}
+
+TEST_F(ResfileTest, ReopeningTheSamePathKeepsTheTableAndAnotherPathReplacesIt) {
+    CresWriter::write("a.cres", {plain("one", "1")});
+    CresWriter::write("b.cres", {plain("two", "2")});
+    ASSERT_TRUE(resfile.open("a.cres"));
+    // Overwritten on disk: a reopen of the same path must not read it again.
+    CresWriter::write("a.cres", {plain("other", "x")});
+    ASSERT_TRUE(resfile.open("a.cres"));
+    EXPECT_TRUE(resfile.exists("one"));
+    ASSERT_TRUE(resfile.open("b.cres"));
+    EXPECT_FALSE(resfile.exists("one"));
+    EXPECT_TRUE(resfile.exists("two"));
+}
+
+TEST_F(ResfileTest, DuplicateNamesGoToTheLaterEntryAndNamesEndAtAZeroByte) {
+    CresWriter::write("a.cres", {plain("dup", "first"), plain("dup", "second"),
+                                 plain(std::string("cut\0tail", 8), "z")});
+    ASSERT_TRUE(resfile.open("a.cres"));
+    EXPECT_EQ(resfile.count("a.cres"), 3u);
+    EXPECT_EQ(loaded(resfile, "dup"), "second");
+    EXPECT_EQ(resfile.name(0u), "");
+    EXPECT_EQ(loaded(resfile, "cut"), "z");
+}
+
+TEST_F(ResfileTest, RefusesMissingShortAndForeignFiles) {
+    CapturedStdout out;
+    EXPECT_FALSE(resfile.open("missing.cres"));
+    EXPECT_EQ(out.text(), "");  // the caller reports a missing file
+
+    writeFile("four", "CRES");
+    EXPECT_FALSE(resfile.open("four"));
+    writeFile("v1", std::string("CRES\x01", 5) + std::string(8, '\0'));
+    EXPECT_FALSE(resfile.open("v1"));
+    writeFile("v3", std::string("CRES\x03", 5) + std::string(8, '\0'));
+    EXPECT_FALSE(resfile.open("v3"));
+    writeFile("cut", std::string("CRES\x02\0\0", 7));
+    EXPECT_FALSE(resfile.open("cut"));
+    EXPECT_EQ(out.text(),
+              "FAIL: Resfile.open: Brak naglowka \"four\"\n"
+              "FAIL: Resfile.open: Nieobslugiwana wersja resfile \"v1\"\n"
+              "FAIL: Resfile.open: Nieobslugiwana wersja resfile \"v3\"\n"
+              "FAIL: Resfile.open: Brak naglowka \"cut\"\n");
+}
+
+TEST_F(ResfileTest, AnEmptyTableOpensAndFindsNothing) {
+    CresWriter::write("a.cres", {});
+    ASSERT_TRUE(resfile.open("a.cres"));
+    CapturedStdout out;
+    EXPECT_EQ(resfile.load("anything"), nullptr);
+    EXPECT_EQ(resfile.load("a.cres", 0u), nullptr);
+    EXPECT_EQ(resfile.load("x"), nullptr);
+    EXPECT_EQ(out.text(),
+              "FAIL: Resfile.load: Nie znaleziono pliku \"anything\"\n"
+              "FAIL: Resfile.load: Nie znaleziono pliku 0\n"
+              "FAIL: Resfile.load: Zla nazwa pliku (\"x\")\n");
+}
+
+TEST_F(ResfileTest, TablesThatLieAboutTheirLengthAreRefused) {
+    std::string good = CresWriter::serialize({plain("name", "content")});
+    std::string countTooLarge = good;
+    patchU32(countTooLarge, ENTRY_COUNT_AT, 2);
+    std::string absurdCount = good;
+    patchU32(absurdCount, ENTRY_COUNT_AT, 0xFFFFFFFFu);
+    std::string brokenOff = good.substr(0, FIRST_STORED_SIZE_AT + 2);
+    std::string longName = good;
+    patchU32(longName, FIRST_OFFSET_AT + 9, 1000);  // nameLength of the first entry
+
+    writeFile("count", countTooLarge);
+    writeFile("absurd", absurdCount);
+    writeFile("broken", brokenOff);
+    writeFile("name", longName);
+    CapturedStdout out;
+    EXPECT_FALSE(resfile.open("count"));
+    EXPECT_FALSE(resfile.open("absurd"));
+    EXPECT_FALSE(resfile.open("broken"));
+    EXPECT_FALSE(resfile.open("name"));
+    EXPECT_FALSE(resfile.exists("name"));
+    EXPECT_EQ(out.text(),
+              "FAIL: Resfile.open: Nie udalo sie dodac info o pliku do tablicy \"count\"\n"
+              "FAIL: Resfile.open: Nie udalo sie dodac info o pliku do tablicy \"absurd\"\n"
+              "FAIL: Resfile.open: Nie udalo sie dodac info o pliku do tablicy \"broken\"\n"
+              "FAIL: Resfile.open: Nie udalo sie zajac miejsca na nazwe pliku \"name\" (1000)\n");
+}
+
+TEST_F(ResfileTest, EntriesWhoseBytesLieOutsideTheFileFailAlone) {
+    std::string bytes = CresWriter::serialize({plain("far", "abc"), plain("big", "def"), plain("ok", "ghi")});
+    patchU32(bytes, FIRST_OFFSET_AT, 0x7FFFFFF0u);
+    size_t secondStoredSize = FIRST_OFFSET_AT + 13 + 3 + 4;
+    patchU32(bytes, secondStoredSize, 0xFFFFFFFFu);
+    writeFile("a.cres", bytes);
+    ASSERT_TRUE(resfile.open("a.cres"));
+    CapturedStdout out;
+    EXPECT_EQ(resfile.load("far"), nullptr);
+    EXPECT_EQ(resfile.load("big"), nullptr);
+    EXPECT_EQ(loaded(resfile, "ok"), "ghi");
+    EXPECT_EQ(out.text(),
+              "FAIL: Resfile.load: Nie udalo sie zajac pamieci na plik (4)\n"
+              "FAIL: Resfile.load: Nie udalo sie zajac pamieci na plik (0)\n");
+}
+
+TEST_F(ResfileTest, CompressedEntriesKeepTheirTrueLengthOrFailWithTheZlibCode) {
+    std::string text = "the quick brown fox jumps over the lazy dog, twice: the quick brown fox";
+    CresWriter::Entry corrupt = compressed("corrupt", text, uint32_t(text.size()));
+    corrupt.stored[0] = 0x11;  // no longer a zlib header
+    CresWriter::write("a.cres", {compressed("short", text, 1000), compressed("long", text, 10), corrupt,
+                                 compressed("absurd", text, 0x7FFFFFFFu)});
+    ASSERT_TRUE(resfile.open("a.cres"));
+    EXPECT_EQ(resfile.size("short"), 1000u);
+    EXPECT_EQ(loaded(resfile, "short"), text);
+    EXPECT_EQ(resfile.size("short"), text.size());
+
+    CapturedStdout out;
+    EXPECT_EQ(resfile.load("long"), nullptr);
+    EXPECT_EQ(resfile.load("corrupt"), nullptr);
+    EXPECT_EQ(resfile.load("absurd"), nullptr);
+    EXPECT_EQ(out.text(),
+              "FAIL: Resfile.load: Nie udalo sie rozpakowac pliku (-5)\n"
+              "FAIL: Resfile.load: Nie udalo sie rozpakowac pliku (-3)\n"
+              "FAIL: Resfile.load: Nie udalo sie zajac pamieci na bufor (2147483648)\n");
+}
+
+TEST_F(ResfileTest, PackEntryCompressesOnlyWhenThatIsSmaller) {
+    CresWriter::Entry repetitive = CresWriter::packEntry("r", std::string(1000, 'a'));
+    EXPECT_TRUE(repetitive.compressed);
+    EXPECT_LT(repetitive.stored.size(), 1000u);
+    EXPECT_EQ(repetitive.unpackedSize, 1000u);
+    EXPECT_FALSE(CresWriter::packEntry("s", "ab").compressed);
+}
+
+}  // namespace
