@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "audio/Sound.h"
 #include "gameplay/ControllerManager.h"
 #include "shell/GameState.h"
 
@@ -24,6 +25,7 @@ bool init() {
 
 void update(float dt) {
     ControllerManager::update(dt);
+    Sound::update(dt);
     if (!states.empty()) states.back()->update(dt);
 }
 

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <ctime>
 
+#include "audio/Sound.h"
 #include "gameplay/ControllerManager.h"
 #include "resources/Database.h"
 #include "resources/Resource.h"
@@ -35,6 +36,7 @@ int main() {
     // Without the archives there is nothing to show; the window is never opened.
     if (!Resource::open(RESOURCE_LIST)) return EXIT_NO_DATA;
 
+    if (!Sound::init(32)) Log::fail("init: Nie udalo sie wystartowac dzwieku");
     if (!Engine::init()) Log::fail("init: Nie udalo sie wystartowac silnika");
     Log::info("main: init %ums", SDL_GetTicks());
 
@@ -52,6 +54,7 @@ int main() {
     Engine::clear();
     // Nothing is saved here: whoever changes a setting saves it then.
     Database::clearAll();
+    Sound::clear();
     Resource::clear();
     Log::info("Stop");
     Log::close();

@@ -1,0 +1,39 @@
+#pragma once
+#include <SDL/SDL_mixer.h>
+
+#include <cstdint>
+#include <string>
+
+// Fire-and-forget playback over SDL_mixer. Sounds are resource names,
+// decoded whole at their first use and kept until clear().
+namespace Sound {
+
+struct Sample {
+    std::string name;
+    Mix_Chunk* chunk = nullptr;  // null when decoding failed
+    char* data = nullptr;        // the file's bytes as read, owned
+    uint32_t size = 0;
+};
+
+bool init(int channels);
+void clear();
+void update(float dt);
+
+// The volumes are stored and handed over, but nothing applies them.
+void play(const std::string& name, float volume);
+void playMusic(const std::string& name, float volume);
+
+void setSoundVolume(float volume);
+float getSoundVolume();
+void setMusicVolume(float volume);
+float getMusicVolume();
+
+void pause(int channel);
+void resume(int channel);
+void halt(int channel);
+bool isPlaying(int channel);
+
+// Number of names in the cache, failed decodes included.
+unsigned cachedCount();
+
+}  // namespace Sound
