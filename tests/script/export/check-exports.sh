@@ -1,0 +1,42 @@
+#!/bin/sh
+# Usage: check-exports.sh EXECUTABLE API_LIST CORE_LIBRARY
+# Passes when the executable exports exactly the functions of API_LIST among
+# the lua_/luaL_/luaopen_ names and no symbol that the game's code defines.
+exe=$1 list=$2 core=$3
+command -v nm >/dev/null 2>&1 || { echo "nm not found"; exit 77; }
+tmp=$(mktemp -d) || exit 1
+trap 'rm -rf "$tmp"' EXIT
+
+nm -D --defined-only "$exe" | awk '{print $NF}' | sort -u > "$tmp/exported"
+grep -E '^(lua_|luaL_|luaopen_)' "$tmp/exported" > "$tmp/lua"
+sort -u "$list" > "$tmp/expected"
+status=0
+if ! cmp -s "$tmp/lua" "$tmp/expected"; then
+    echo "Lua API exports differ from $list (< exported, > expected):"
+    diff "$tmp/lua" "$tmp/expected"
+    status=1
+fi
+echo "$(wc -l < "$tmp/lua") Lua API functions exported"
+
+# The game's own symbols: everything its library and main define.
+nm -g --defined-only "$core" 2>/dev/null | awk 'NF == 3 {print $3}' > "$tmp/game"
+echo main >> "$tmp/game"
+sort -u -o "$tmp/game" "$tmp/game"
+leaked=$(comm -12 "$tmp/exported" "$tmp/game")
+if [ -n "$leaked" ]; then
+    echo "Game symbols exported:"
+    echo "$leaked"
+    status=1
+fi
+
+# Without a sanitizer runtime, the only other entries may be the C library's
+# data that the executable holds by copy relocation (stdout@GLIBC_...).
+if ! grep -q '^__asan_init$' "$tmp/exported"; then
+    other=$(grep -vE '^(lua_|luaL_|luaopen_)' "$tmp/exported" | grep -v '@')
+    if [ -n "$other" ]; then
+        echo "Unexpected exports:"
+        echo "$other"
+        status=1
+    fi
+fi
+exit $status
