@@ -102,8 +102,13 @@ bool Lua::pushGlobal(const std::string& name) {
 
 bool Lua::hasFunction(const std::string& name) {
     if (!state) return false;
-    bool found = pushGlobal(name) && lua_type(state, -1) == LUA_TFUNCTION;
-    clearStack();
+    bool found = false;
+    if (pushGlobal(name)) {
+        found = lua_type(state, -1) == LUA_TFUNCTION;
+        lua_pop(state, 1);
+    }
+    // Empties the stack; a pending error is reported rather than lost.
+    update();
     return found;
 }
 
@@ -184,7 +189,8 @@ bool Lua::call(const std::string& name) {
 int Lua::ref(const std::string& name) {
     if (!state || !pushGlobal(name)) return LUA_NOREF;
     if (lua_type(state, -1) != LUA_TFUNCTION) {
-        clearStack();
+        lua_pop(state, 1);
+        update();
         return LUA_NOREF;
     }
     return luaL_ref(state, LUA_REGISTRYINDEX);

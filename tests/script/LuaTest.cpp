@@ -178,6 +178,19 @@ TEST_F(LuaTest, UpdateReportsAPendingErrorOnce) {
     EXPECT_EQ(out.text(), "FAIL: Lua.update: Error: [string \"line\"]:1: once\n");
 }
 
+TEST_F(LuaTest, EmptyingTheStackReportsAPendingErrorInsteadOfLosingIt) {
+    ASSERT_TRUE(load("function f() end"));
+    lua.run("error('first')");
+    lua.pushNumber(1.0f);
+    EXPECT_TRUE(lua.hasFunction("f"));
+    lua.run("error('second')");
+    EXPECT_EQ(lua.ref("missing"), -2);
+    EXPECT_EQ(out.text(),
+              "FAIL: Lua.update: Error: [string \"line\"]:1: first\n"
+              "FAIL: Lua.update: Error: [string \"line\"]:1: second\n");
+    EXPECT_EQ(top(), 0);
+}
+
 TEST_F(LuaTest, RunRejectsEmptyTextAndReportsASyntaxError) {
     EXPECT_FALSE(lua.run(""));
     EXPECT_FALSE(lua.run("if then"));
