@@ -8,8 +8,6 @@
 #include "script/Lua.h"
 #include "script/LuaFuncs.h"
 
-using TestSupport::CapturedStdout;
-using TestSupport::ScopedTempDir;
 using TestSupport::writeFile;
 
 namespace {
@@ -24,132 +22,95 @@ protected:
         lua.start();
         LuaFuncs::registerAll(lua, rank);
     }
-    bool load(const std::string& path, const std::string& source) {
-        writeFile(path, source);
-        return lua.openFile(path);
-    }
-    // The global's native function, or null when it is none.
     lua_CFunction native(const char* name) {
         lua_getglobal(lua.getState(), name);
         lua_CFunction function = lua_tocfunction(lua.getState(), -1);
         lua_pop(lua.getState(), 1);
         return function;
     }
-    std::string globalText(const char* name) {
-        lua_getglobal(lua.getState(), name);
-        const char* text = lua_tostring(lua.getState(), -1);
-        std::string result = text ? text : "<nil>";
+    std::string text(const char* global) {
+        lua_getglobal(lua.getState(), global);
+        const char* value = lua_tostring(lua.getState(), -1);
+        std::string result = value ? value : "<nil>";
         lua_pop(lua.getState(), 1);
         return result;
     }
+    bool logged(const std::string& line) { return out.text().find(line + "\n") != std::string::npos; }
 
-    ScopedTempDir dir;
-    CapturedStdout out;
+    TestSupport::ScopedTempDir dir;
+    TestSupport::CapturedStdout out;
     Lua lua;
 };
 
-const char* const RANKED_SAMPLE[] = {"kill", "setArenaNoise", "setHp", "say", "setSprite", "addCombo",
-                                     "playMusic", "setCharacter", "getArenaSize"};
+const char* const RANKED_SAMPLE[] = {"kill", "setArenaNoise", "setHp", "say", "setSprite", "addCombo", "playMusic",
+                                     "setCharacter"};
 
-TEST_F(LuaFuncsTest, TheRankIsStoredAndEveryCallIsANativeFunction) {
-    for (int rank : {OBJECT_LOCAL, OBJECT_CLIENT, OBJECT_SERVER}) {
+TEST_F(LuaFuncsTest, EveryRankGetsItsCallsAndAnUnknownRankOnlyTheCommonOnes) {
+    const int ranks[] = {OBJECT_LOCAL, OBJECT_CLIENT, OBJECT_SERVER, 7};
+    for (int rank : ranks) {
         startAt(rank);
         EXPECT_EQ(lua.getVal("_rank"), rank);
-        for (const char* name : RANKED_SAMPLE) EXPECT_NE(native(name), nullptr) << name << " at " << rank;
+        for (const char* name : RANKED_SAMPLE)
+            EXPECT_EQ(native(name) != nullptr, rank != 7) << name << " at rank " << rank;
+        EXPECT_EQ(native("include"), LuaFuncs::lInclude);
         EXPECT_NE(native("getCharacterHp"), nullptr);
-        EXPECT_NE(native("include"), nullptr);
+        EXPECT_NE(native("getControllerKey"), nullptr);
     }
 }
 
-TEST_F(LuaFuncsTest, AnUnknownRankGetsOnlyTheCallsOfEveryRank) {
-    startAt(7);
-    EXPECT_EQ(lua.getVal("_rank"), 7);
-    for (const char* name : RANKED_SAMPLE) EXPECT_EQ(native(name), nullptr) << name;
-    EXPECT_EQ(native("test"), LuaFuncs::lTest);
-    EXPECT_EQ(native("dummy"), LuaFuncs::lDummy);
-    EXPECT_NE(native("getControllerKey"), nullptr);
-    EXPECT_NE(native("getID"), nullptr);
-}
-
-TEST_F(LuaFuncsTest, AClientCannotChangeTheCourseOfTheGame) {
+TEST_F(LuaFuncsTest, AClientCannotChangeTheCourseOfTheGameAndTheServerLoadsNoPictures) {
     startAt(OBJECT_CLIENT);
     for (const char* name : {"setHp", "say", "setCharacterHp", "addCombo", "endCombo", "playSound", "setArenaNoise"})
         EXPECT_EQ(native(name), LuaFuncs::lDummy) << name;
     EXPECT_EQ(native("kill"), LuaFuncs::lKill);
-    ASSERT_TRUE(load("client.lua", "setHp(0)\nsay(1)\nresult = setHp(5)"));
+    ASSERT_TRUE(lua.run("setHp(0)\nsay(1)\nresult = setHp(5)"));
     EXPECT_EQ(out.text(), "");
-    EXPECT_EQ(globalText("result"), "<nil>");
-}
+    EXPECT_EQ(text("result"), "<nil>");
 
-TEST_F(LuaFuncsTest, TheServerLoadsNoPicturesAndCannotStopTheProcess) {
     startAt(OBJECT_SERVER);
     for (const char* name : {"kill", "setSprite", "setShadow", "setSpeech"})
         EXPECT_EQ(native(name), LuaFuncs::lDummy) << name;
-    ASSERT_TRUE(load("server.lua", "kill()\nalive = 'yes'"));
-    EXPECT_EQ(globalText("alive"), "yes");
+    ASSERT_TRUE(lua.run("kill()\nalive = 'yes'"));
+    EXPECT_EQ(text("alive"), "yes");
 }
 
-TEST_F(LuaFuncsTest, KillEndsTheProcessAtOnceOnAClient) {
+TEST_F(LuaFuncsTest, KillEndsTheProcessAtOnce) {
     startAt(OBJECT_CLIENT);
     EXPECT_EXIT(
         {
-            freopen("kill.log", "w", stdout);
+            if (!freopen("kill.log", "w", stdout)) std::_Exit(2);
             lua.run("kill()");
-            fputs("still running\n", stdout);
-            fflush(stdout);
             std::_Exit(3);
         },
         ::testing::ExitedWithCode(0), "");
-    std::string log = TestSupport::readFile("kill.log");
-    EXPECT_NE(log.find("INFO: INFO: LuaFuncs.kill: Zamykanie\n"), std::string::npos) << log;
-    EXPECT_EQ(log.find("still running"), std::string::npos);
-}
-
-TEST_F(LuaFuncsTest, TestWritesItsLogLine) {
-    startAt(OBJECT_LOCAL);
-    ASSERT_TRUE(lua.run("test()"));
-    EXPECT_NE(out.text().find("INFO: LuaFuncs.lTest\n"), std::string::npos);
+    EXPECT_NE(TestSupport::readFile("kill.log").find("INFO: INFO: LuaFuncs.kill: Zamykanie\n"), std::string::npos);
 }
 
 TEST_F(LuaFuncsTest, IncludeRunsAnotherFileInTheSameStateAndKeepsThePath) {
     startAt(OBJECT_LOCAL);
     writeFile("helper.lua", "function helper() return 'helped' end\nseenPath = getPath()");
-    ASSERT_TRUE(load("main.lua", "include('helper.lua')\nresult = helper()\nmainPath = getPath()"));
-    EXPECT_EQ(globalText("result"), "helped");
-    EXPECT_EQ(globalText("seenPath"), "main.lua");
-    EXPECT_EQ(globalText("mainPath"), "main.lua");
-    EXPECT_EQ(out.text(), "");
+    writeFile("main.lua", "test()\ninclude('helper.lua')\nresult = helper()");
+    ASSERT_TRUE(lua.openFile("main.lua"));
+    EXPECT_EQ(text("result"), "helped");
+    EXPECT_EQ(text("seenPath"), "main.lua");
+    EXPECT_TRUE(logged("INFO: LuaFuncs.lTest"));
 }
 
 TEST_F(LuaFuncsTest, IncludeFailuresAreLoggedAndTheScriptGoesOn) {
     startAt(OBJECT_LOCAL);
     writeFile("broken.lua", "x = = 1");
     writeFile("throws.lua", "error('inside')");
-    ASSERT_TRUE(load("main.lua",
-                     "include()\ninclude('absent.lua')\ninclude({})\n"
-                     "include('broken.lua')\ninclude('throws.lua')\nreached = 'end'"));
-    EXPECT_EQ(globalText("reached"), "end");
-    std::string log = out.text();
-    EXPECT_NE(log.find("INFO: FAIL: LuaFuncs.include: Za malo argumentow\n"), std::string::npos) << log;
-    size_t missing = log.find("INFO: FAIL: LuaFuncs.lInclude: Nie znaleziono pliku\n");
-    ASSERT_NE(missing, std::string::npos) << log;
-    EXPECT_NE(log.find("Nie znaleziono pliku", missing + 1), std::string::npos) << log;
-    size_t parse = log.find("INFO: FAIL: LuaFuncs.lInclude: Blad przy parsowaniu skryptu\n");
-    ASSERT_NE(parse, std::string::npos) << log;
-    EXPECT_NE(log.find("Blad przy parsowaniu skryptu", parse + 1), std::string::npos) << log;
-    // The Lua message itself is not shown.
-    EXPECT_EQ(log.find("inside"), std::string::npos) << log;
+    writeFile("self.lua", "include('self.lua')");
+    ASSERT_TRUE(lua.run("include()\ninclude('absent.lua')\ninclude('broken.lua')\n"
+                        "include('throws.lua')\ninclude('self.lua')\nreached = 'end'"));
+    EXPECT_EQ(text("reached"), "end");
+    EXPECT_TRUE(logged("INFO: FAIL: LuaFuncs.include: Za malo argumentow"));
+    EXPECT_TRUE(logged("INFO: FAIL: LuaFuncs.lInclude: Nie znaleziono pliku"));
+    EXPECT_TRUE(logged("INFO: FAIL: LuaFuncs.lInclude: Blad przy parsowaniu skryptu"));
+    EXPECT_EQ(out.text().find("inside"), std::string::npos);  // the Lua message is not shown
 }
 
-TEST_F(LuaFuncsTest, AScriptThatIncludesItselfEndsInAnErrorNotACrash) {
-    startAt(OBJECT_LOCAL);
-    ASSERT_TRUE(load("self.lua", "depth = (depth or 0) + 1\ninclude('self.lua')"));
-    EXPECT_NE(out.text().find("Blad przy parsowaniu skryptu"), std::string::npos);
-    lua.update();
-    EXPECT_EQ(lua_gettop(lua.getState()), 0);
-}
-
-TEST_F(LuaFuncsTest, GlobalValuesLiveInTheRegistryAndShareOneTable) {
+TEST_F(LuaFuncsTest, GlobalValuesShareTheRegistryOfTheirOwnStateOnly) {
     startAt(OBJECT_LOCAL);
     ASSERT_TRUE(lua.run("unknownVal = getGlobalVal('unknown')\n"
                         "unknownStr = tostring(getGlobalStr('unknown'))\n"
@@ -158,64 +119,44 @@ TEST_F(LuaFuncsTest, GlobalValuesLiveInTheRegistryAndShareOneTable) {
                         "setGlobalStr('b', '2.5')\n"
                         "bAsNumber = getGlobalVal('b')\n"
                         "notGlobal = tostring(a)"));
-    EXPECT_EQ(globalText("unknownVal"), "0");
-    EXPECT_EQ(globalText("unknownStr"), "nil");
-    EXPECT_EQ(globalText("aAsText"), "5");
-    EXPECT_EQ(globalText("bAsNumber"), "2.5");
-    EXPECT_EQ(globalText("notGlobal"), "nil");
+    EXPECT_EQ(text("unknownVal"), "0");
+    EXPECT_EQ(text("unknownStr"), "nil");
+    EXPECT_EQ(text("aAsText"), "5");
+    EXPECT_EQ(text("bAsNumber"), "2.5");
+    EXPECT_EQ(text("notGlobal"), "nil");
     EXPECT_EQ(lua.getVal("a"), 5);
-    EXPECT_EQ(out.text(), "");
-}
 
-TEST_F(LuaFuncsTest, TwoScriptsDoNotSeeEachOthersValues) {
-    startAt(OBJECT_LOCAL);
     Lua other;
     other.start();
     LuaFuncs::registerAll(other, OBJECT_LOCAL);
-    ASSERT_TRUE(lua.run("setGlobalStr('who', 'first')"));
-    ASSERT_TRUE(other.run("seen = tostring(getGlobalStr('who'))"));
+    ASSERT_TRUE(other.run("seen = tostring(getGlobalStr('a'))"));
     lua_getglobal(other.getState(), "seen");
     EXPECT_STREQ(lua_tostring(other.getState(), -1), "nil");
+    EXPECT_EQ(out.text(), "");
 }
 
 TEST_F(LuaFuncsTest, GlobalValueCallsCheckTheirArguments) {
     startAt(OBJECT_LOCAL);
     ASSERT_TRUE(lua.run("setGlobalVal('a')\nsetGlobalStr()\nr1 = tostring((getGlobalVal()))\n"
                         "r2 = tostring((getGlobalStr({})))"));
-    std::string log = out.text();
-    EXPECT_NE(log.find("INFO: FAIL: LuaFuncs.setGlobalVal: Za malo argumentow\n"), std::string::npos) << log;
-    EXPECT_NE(log.find("INFO: FAIL: LuaFuncs.setGlobalStr: Za malo argumentow\n"), std::string::npos) << log;
-    EXPECT_NE(log.find("INFO: FAIL: LuaFuncs.getGlobalVal: Za malo argumentow\n"), std::string::npos) << log;
-    EXPECT_NE(log.find("INFO: FAIL: LuaFuncs.getGlobalStr: Nazwa nie jest tekstem\n"), std::string::npos) << log;
-    EXPECT_EQ(globalText("r1"), "nil");
-    EXPECT_EQ(globalText("r2"), "nil");
+    EXPECT_TRUE(logged("INFO: FAIL: LuaFuncs.setGlobalVal: Za malo argumentow"));
+    EXPECT_TRUE(logged("INFO: FAIL: LuaFuncs.setGlobalStr: Za malo argumentow"));
+    EXPECT_TRUE(logged("INFO: FAIL: LuaFuncs.getGlobalVal: Za malo argumentow"));
+    EXPECT_TRUE(logged("INFO: FAIL: LuaFuncs.getGlobalStr: Nazwa nie jest tekstem"));
+    EXPECT_EQ(text("r1"), "nil");
+    EXPECT_EQ(text("r2"), "nil");
 }
 
 TEST_F(LuaFuncsTest, NumericNamesCannotOverwriteTheRegistrySlots) {
     startAt(OBJECT_LOCAL);
-    ASSERT_TRUE(load("main.lua", "function combo() hits = (hits or 0) + 1 end"));
+    ASSERT_TRUE(lua.run("function combo() hits = (hits or 0) + 1 end"));
     int reference = lua.ref("combo");
     ASSERT_GT(reference, 0);
     // Slot 2 holds the globals table, the reference's slot the combo.
     ASSERT_TRUE(lua.run("setGlobalVal(2, 0)\nsetGlobalStr(" + std::to_string(reference) + ", 'x')"));
     EXPECT_TRUE(lua.callRef(reference));
     EXPECT_TRUE(lua.hasFunction("combo"));
-    EXPECT_EQ(globalText("hits"), "1");
-    EXPECT_EQ(lua.getVal("2"), 0);
-}
-
-TEST_F(LuaFuncsTest, WrongArgumentsNeverLeaveTheHostStackBehind) {
-    startAt(OBJECT_SERVER);
-    ASSERT_TRUE(load("main.lua",
-                     "function update(dt)\n"
-                     "  include(nil) setGlobalVal() getGlobalStr(true) dummy(1, 2, 3)\n"
-                     "  setHp() say('loud') getHp(1, 2) playSound() addCombo(5, {})\n"
-                     "end"));
-    for (int frame = 0; frame < 50; ++frame) {
-        lua.pushNumber(0.02f);
-        lua.call("update");
-    }
-    EXPECT_LE(lua_gettop(lua.getState()), 0);
+    EXPECT_EQ(text("hits"), "1");
 }
 
 }  // namespace
