@@ -76,6 +76,8 @@ bool Resfile::readTable(uint32_t dataStart, uint32_t entryCount) {
         printf(tableFailure, path.c_str());
         return false;
     }
+    // Counted here rather than asked of the stream, which costs a system call.
+    uint64_t position = HEADER_SIZE;
     for (uint32_t i = 0; i < entryCount; ++i) {
         ResfileEntry entry{};
         uint32_t offset = 0, nameLength = 0;
@@ -92,8 +94,8 @@ bool Resfile::readTable(uint32_t dataStart, uint32_t entryCount) {
         // Past any file we can read, so a load of it is refused.
         entry.offset = absolute > UINT32_MAX ? UINT32_MAX : uint32_t(absolute);
 
-        std::streamoff position = file.tellg();
-        if (position < 0 || nameLength > fileSize - uint64_t(position)) {
+        position += MIN_ENTRY_SIZE + ((entry.flags & FLAG_COMPRESSED) ? 4 : 0);
+        if (nameLength > fileSize - position) {
             printf("FAIL: Resfile.open: Nie udalo sie zajac miejsca na nazwe pliku \"%s\" (%u)\n",
                    path.c_str(), nameLength);
             return false;
@@ -104,6 +106,7 @@ bool Resfile::readTable(uint32_t dataStart, uint32_t entryCount) {
             return false;
         }
         // The name ends at its first zero byte; a later duplicate wins the name.
+        position += nameLength;
         entryName.resize(strlen(entryName.c_str()));
         entries.push_back(entry);
         index[entryName] = &entries.back();

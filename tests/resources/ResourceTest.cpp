@@ -16,13 +16,6 @@ using TestSupport::writeFile;
 
 namespace {
 
-CresWriter::Entry plain(const std::string& name, const std::string& content) {
-    CresWriter::Entry entry;
-    entry.name = name;
-    entry.stored = content;
-    return entry;
-}
-
 // Reads through the general door and returns the bytes lastSize() vouches for.
 std::string readBack(const std::string& name) {
     std::unique_ptr<char[]> data(Resource::read(name));
@@ -45,8 +38,8 @@ protected:
 };
 
 TEST_F(ResourceTest, BufferedBeatsPlainBeatsArchivesInFileNameOrder) {
-    CresWriter::write("b.cres", {plain("xx", "from b"), plain("only_b", "b")});
-    CresWriter::write("a.cres", {plain("xx", "from a")});
+    CresWriter::write("b.cres", {CresWriter::packEntry("xx", "from b"), CresWriter::packEntry("only_b", "b")});
+    CresWriter::write("a.cres", {CresWriter::packEntry("xx", "from a")});
     writeFile("data.ini", "[list]\n0=b.cres\n1=a.cres\n");
     ASSERT_TRUE(Resource::open("data.ini"));
     EXPECT_EQ(readBack("xx"), "from a");
@@ -68,8 +61,8 @@ TEST_F(ResourceTest, BufferedBeatsPlainBeatsArchivesInFileNameOrder) {
 }
 
 TEST_F(ResourceTest, ListFileQuirks) {
-    CresWriter::write("first.cres", {plain("f1", "1")});
-    CresWriter::write("second.cres", {plain("s2", "2")});
+    CresWriter::write("first.cres", {CresWriter::packEntry("f1", "1")});
+    CresWriter::write("second.cres", {CresWriter::packEntry("s2", "2")});
     writeFile("gap.ini", "[list]\n0=first.cres\n2=second.cres\n");
     ASSERT_TRUE(Resource::open("gap.ini"));
     EXPECT_TRUE(Resource::isRes("f1"));
