@@ -5,6 +5,7 @@
 
 #include "gameplay/ObjectType.h"
 #include "script/Lua.h"
+#include "script/ScriptCalls.h"
 
 namespace {
 
@@ -25,6 +26,8 @@ const NamedFunction IMPLEMENTED[] = {
     {"getGlobalStr", LuaFuncs::lGetGlobalStr},
     {"setGlobalVal", LuaFuncs::lSetGlobalVal},
     {"setGlobalStr", LuaFuncs::lSetGlobalStr},
+    {"playSound", LuaFuncs::lPlaySound},
+    {"playMusic", LuaFuncs::lPlayMusic},
     // Nothing in the game gives these two a meaning; scripts get nil.
     {"setControllerKey", LuaFuncs::lDummy},
     {"getControllerKey", LuaFuncs::lDummy},
