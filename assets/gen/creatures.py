@@ -229,9 +229,11 @@ class Sroka(Rig):
             path("M-30 %s L-38 %s" % (f(y - 9 + wag), f(y - 10 + wag)), "none", stroke="#7fd1d6", width=2)
 
     def body(self, p):
-        out = Rig.body(self, p)
+        # black head and breast, white belly below: a magpie's coat
         cy = self.body_y + p.bob + self.body_ry * (1 - p.squash)
-        out += path("M-15 %s Q-4 %s 2 %s" % (f(cy + 4), f(cy + 14), f(cy + 22)), "none", stroke="#2f6f8f", width=3)
+        ry = self.body_ry * p.squash
+        out = ellipse(0, cy, self.body_rx, ry, self.body_colour)
+        out += ellipse(self.body_rx * 0.2, cy + ry * 0.42, self.body_rx * 0.62, ry * 0.42, self.belly_colour, stroke=None)
         return out
 
     def arm(self, p, front):
@@ -241,7 +243,8 @@ class Sroka(Rig):
         ang = math.degrees(math.atan2(ey - sy, ex - sx))
         length = math.hypot(ex - sx, ey - sy)
         wing = ellipse(length / 2, 0, length / 2 + 3, 5, self.arm_colour)
-        wing += path("M%s -1 L%s 1" % (f(length * 0.4), f(length * 0.9)), "none", stroke="#7fd1d6", width=1.5)
+        wing += ellipse(length * 0.22, 0, length * 0.2, 3, "#f4f1ea", stroke=None)
+        wing += path("M%s -1 L%s 1" % (f(length * 0.5), f(length * 0.9)), "none", stroke="#7fd1d6", width=1.5)
         return group(wing, "translate(%s %s) rotate(%s)" % (f(sx), f(sy), f(ang)))
 
     def mouth(self, p):
