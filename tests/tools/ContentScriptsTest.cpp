@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "ContentList.h"
 #include "TestSupport.h"
 
 namespace fs = std::filesystem;
@@ -177,16 +178,6 @@ private:
     std::string lastError;
 };
 
-std::vector<std::string> listed(const std::string& listFile) {
-    std::vector<std::string> names;
-    std::istringstream in(TestSupport::readFile((DATA / listFile).string()));
-    for (std::string line; std::getline(in, line);) {
-        if (!line.empty() && line.back() == '\r') line.pop_back();
-        if (!line.empty()) names.push_back(line);
-    }
-    return names;
-}
-
 void expectResources(const std::vector<std::string>& names, const std::string& what) {
     for (const std::string& name : names) EXPECT_TRUE(fs::is_regular_file(DATA / name)) << what << " names a missing file: " << name;
 }
@@ -197,8 +188,8 @@ class ArenaScript : public ::testing::TestWithParam<std::string> {};
 }  // namespace
 
 TEST(ContentLists, NameTheFrontEndDefaultsFirst) {
-    const std::vector<std::string> fighters = listed("character/list.txt");
-    const std::vector<std::string> arenas = listed("arena/list.txt");
+    const std::vector<std::string> fighters = ContentList::names("character/list.txt");
+    const std::vector<std::string> arenas = ContentList::names("arena/list.txt");
     ASSERT_GE(fighters.size(), 3u);
     ASSERT_GE(arenas.size(), 2u);
     EXPECT_EQ(fighters[0], "default");
@@ -250,7 +241,7 @@ TEST_P(FighterScript, CallbacksPlaySoundsThatExist) {
     expectResources(probe.lines("firstArgs('playSound')"), "callbacks");
 }
 
-INSTANTIATE_TEST_SUITE_P(Listed, FighterScript, ::testing::ValuesIn(listed("character/list.txt")));
+INSTANTIATE_TEST_SUITE_P(Listed, FighterScript, ::testing::ValuesIn(ContentList::names("character/list.txt")));
 
 TEST_P(ArenaScript, ShapesAPlayableFloor) {
     ScriptProbe probe("arena/" + GetParam() + "/init.lua");
@@ -288,4 +279,4 @@ TEST_P(ArenaScript, AmbienceUsesSoundsThatExist) {
     expectResources(probe.lines("firstArgs('playSound')"), "update");
 }
 
-INSTANTIATE_TEST_SUITE_P(Listed, ArenaScript, ::testing::ValuesIn(listed("arena/list.txt")));
+INSTANTIATE_TEST_SUITE_P(Listed, ArenaScript, ::testing::ValuesIn(ContentList::names("arena/list.txt")));

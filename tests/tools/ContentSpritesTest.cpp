@@ -9,10 +9,10 @@
 #include <filesystem>
 #include <map>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
+#include "ContentList.h"
 #include "TestSupport.h"
 
 namespace fs = std::filesystem;
@@ -106,14 +106,6 @@ std::vector<std::string> spriteFiles() {
     return names;
 }
 
-std::vector<std::string> fighterDirs() {
-    std::vector<std::string> names;
-    std::istringstream in(TestSupport::readFile((DATA / "character/list.txt").string()));
-    for (std::string line; std::getline(in, line);)
-        if (!line.empty()) names.push_back(line);
-    return names;
-}
-
 }  // namespace
 
 TEST(ContentSprites, EveryFrameLiesInsideItsImage) {
@@ -142,7 +134,7 @@ TEST(ContentSprites, EveryFrameLiesInsideItsImage) {
 }
 
 TEST(ContentSprites, FightersHaveEveryAnimationFacingBothWays) {
-    for (const std::string& fighter : fighterDirs()) {
+    for (const std::string& fighter : ContentList::names("character/list.txt")) {
         SCOPED_TRACE(fighter);
         const SpriteFile body = loadSprite("character/" + fighter + "/character.xml");
         ASSERT_TRUE(body.parsed);
