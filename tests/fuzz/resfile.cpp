@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <string>
 
@@ -15,6 +16,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     static bool quiet = freopen("/dev/null", "w", stdout) != nullptr;
     (void)quiet;
     static const std::string path = "/tmp/fuzz-resfile-" + std::to_string(getpid()) + ".cres";
+    static bool removedAtExit = atexit([] { remove(path.c_str()); }) == 0;
+    (void)removedAtExit;
     FILE* file = fopen(path.c_str(), "wb");
     if (!file) return 0;
     fwrite(data, 1, size, file);
