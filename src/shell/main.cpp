@@ -5,17 +5,23 @@
 
 #include "audio/Sound.h"
 #include "gameplay/ControllerManager.h"
+#include "graphics/Render.h"
 #include "resources/Database.h"
 #include "resources/Resource.h"
 #include "shell/Engine.h"
 #include "shell/FrameTimer.h"
 #include "shell/Log.h"
+#include "shell/WindowEvents.h"
 
 namespace {
 
 const char* const LOG_FILE = "log.txt";
 const char* const RESOURCE_LIST = "data.ini";
 const int EXIT_NO_DATA = 185;
+const char* const CAPTION = "Korvane";
+const int WINDOW_WIDTH = 800;
+const int WINDOW_HEIGHT = 600;
+const int EXIT_NO_WINDOW = 190;
 
 uint32_t ticks() { return SDL_GetTicks(); }
 void sleepMs(uint32_t ms) { SDL_Delay(ms); }
@@ -36,6 +42,9 @@ int main() {
     // Without the archives there is nothing to show; the window is never opened.
     if (!Resource::open(RESOURCE_LIST)) return EXIT_NO_DATA;
 
+    Render::setCaption(CAPTION);
+    if (!Render::init(WINDOW_WIDTH, WINDOW_HEIGHT, false)) return EXIT_NO_WINDOW;
+
     if (!Sound::init(32)) Log::fail("init: Nie udalo sie wystartowac dzwieku");
     if (!Engine::init()) Log::fail("init: Nie udalo sie wystartowac silnika");
     Log::info("main: init %ums", SDL_GetTicks());
@@ -43,8 +52,10 @@ int main() {
     FrameTimer timer(ticks, sleepMs);
     while (Engine::isRunning()) {
         timer.begin();
+        pumpWindowEvents();
         Engine::update(timer.frameTime());
         Engine::draw();
+        Render::flip();
         timer.end();
         // No state stands on the stack yet, so nothing can keep the loop going.
         if (Engine::depth() == 0) Engine::quit();
@@ -55,6 +66,7 @@ int main() {
     // Nothing is saved here: whoever changes a setting saves it then.
     Database::clearAll();
     Sound::clear();
+    Render::clear();
     Resource::clear();
     Log::info("Stop");
     Log::close();
