@@ -8,8 +8,10 @@ CMAKE_FLAGS ?=
 play: build
 	cd $(BUILD)/game && ./korvane
 
+# -noreset: Xvfb otherwise resets whenever its last client leaves, and a test
+# that opens its window in that moment finds no display.
 test: build
-	cd $(BUILD) && SDL_AUDIODRIVER=dummy xvfb-run -a -s "-screen 0 1024x768x24" \
+	cd $(BUILD) && SDL_AUDIODRIVER=dummy xvfb-run -a -s "-screen 0 1024x768x24 -noreset" \
 	  ctest --output-on-failure -j $(JOBS)
 
 setup:

@@ -17,7 +17,7 @@ class RenderTest : public ::testing::Test {
 protected:
     static void SetUpTestSuite() {
         static const bool opened = Render::init(800, 600, false);
-        ASSERT_TRUE(opened) << "no window under this display";
+        ASSERT_TRUE(opened) << "no window: " << SDL_GetError();
     }
 
     void SetUp() override {
