@@ -7,7 +7,7 @@
 #include "gameplay/Arena.h"
 #include "gameplay/Character.h"
 #include "gameplay/Controller.h"
-#include "graphics/SpeechBubble.h"
+#include "graphics/EffectSpeechBubble.h"
 #include "graphics/Sprite.h"
 
 namespace {

@@ -1,0 +1,31 @@
+#pragma once
+#include "gameplay/Arena.h"
+#include "gameplay/Character.h"
+#include "gameplay/ControllerDummy.h"
+#include "shell/GameState.h"
+
+// A fight in one process without network: the arena and two fighters, the
+// first on the second local controller, the second on a pad nobody presses
+// yet. Escape leaves.
+class StandaloneScene : public GameState {
+public:
+    // Not one of the front end's screens, so outside their numbering.
+    static constexpr int STATE_STANDALONE = 100;
+    static constexpr const char* FIGHTER_SCRIPT = "character/default/init.lua";
+    static constexpr const char* ARENA_SCRIPT = "arena/osmiornica/init.lua";
+    static constexpr int FIRST_CONTROLLER = 1;
+    static constexpr int KEY_ESCAPE = 27;
+
+    void init() override;
+    void update(float dt) override;
+    void draw() override;
+    void clear() override;
+    void pause() override {}
+    void resume() override {}
+    int getType() override { return STATE_STANDALONE; }
+
+    Arena arena;
+    Character first;
+    Character second;
+    ControllerDummy secondPad;
+};

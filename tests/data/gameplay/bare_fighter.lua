@@ -1,0 +1,2 @@
+-- Only the one required function; the callbacks must be filled in.
+function init() end
