@@ -1,0 +1,2 @@
+-- A fighter with the tests' own pictures, set through the loader's defaults.
+function init() end
