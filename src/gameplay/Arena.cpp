@@ -9,11 +9,10 @@
 #include "graphics/Effect.h"
 #include "graphics/Render.h"
 #include "script/LuaFuncs.h"
+#include "shell/EventClock.h"
 #include "shell/Log.h"
 
 namespace {
-
-int32_t clockMs() { return static_cast<int32_t>(clock() / (CLOCKS_PER_SEC / 1000)); }
 
 // Depth key of a fighter; a NaN from a script must not break the sort's order.
 float depthOf(const Character* character) {
@@ -141,7 +140,7 @@ void Arena::say(const Vector& position, float power, Character* speaker) {
     Event speech{};
     speech.type = EVENT_SPEECH;
     speech.input = 2;
-    speech.time = clockMs();
+    speech.time = EventClock::now();
     speech.x = position.x;
     speech.y = position.y;
     speech.z = position.z;

@@ -9,6 +9,7 @@
 #include "gameplay/Controller.h"
 #include "graphics/EffectSpeechBubble.h"
 #include "graphics/Sprite.h"
+#include "shell/EventClock.h"
 
 namespace {
 
@@ -17,8 +18,6 @@ const float FIRST_CHARGE_SHARE = 0.33f;  // of airUsage, at once when charging s
 const float CHARGE_RATE = 2.0f;  // airUsage per second
 const float SLOW_SHARE = 0.5f;  // of moveSpeed, lost while charging or speaking
 const float DEFENDED_HIT_FACTOR = 0.25f;
-
-int32_t clockMs() { return static_cast<int32_t>(clock() / (CLOCKS_PER_SEC / 1000)); }
 
 // Milliseconds of a bubble's life; a script's number may be anything.
 int32_t toMilliseconds(float seconds) {
@@ -157,7 +156,7 @@ void Character::emitInput(int32_t input) {
     lastEvent = Event{};
     lastEvent.type = EVENT_CHARACTER;
     lastEvent.input = input;
-    lastEvent.time = clockMs();
+    lastEvent.time = EventClock::now();
     lastEvent.endTime = 0;
     lastEvent.character = this;
     lastEvent.comboRef = comboRef;
