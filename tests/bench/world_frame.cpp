@@ -1,6 +1,7 @@
-// One frame of a server world: the arena's script, every fighter's script,
-// input, speech and physics, without drawing.
+// One frame of a world: on the server the arena's script, every fighter's
+// script, input, speech and physics; in a local world the same and drawing.
 #include <benchmark/benchmark.h>
+#include <unistd.h>
 
 #include <memory>
 #include <string>
@@ -9,6 +10,7 @@
 #include "gameplay/Arena.h"
 #include "gameplay/Character.h"
 #include "gameplay/ControllerDummy.h"
+#include "graphics/Render.h"
 
 namespace {
 
@@ -16,14 +18,14 @@ const std::string DATA = std::string(KORVANE_SOURCE_DIR) + "/tests/data/gameplay
 const float FRAME = 1.0f / 60.0f;
 
 struct World {
-    explicit World(int fighterCount) {
-        arena.objectType = OBJECT_SERVER;
-        arena.init(DATA + "arena.lua");
+    World(int fighterCount, int32_t side, const std::string& arenaScript, const std::string& fighterScript) {
+        arena.objectType = side;
+        arena.init(arenaScript);
         for (int i = 0; i < fighterCount; ++i) {
             auto fighter = std::make_unique<Character>();
             auto pad = std::make_unique<ControllerDummy>();
-            fighter->objectType = OBJECT_SERVER;
-            fighter->init(DATA + "bench_fighter.lua");
+            fighter->objectType = side;
+            fighter->init(fighterScript);
             fighter->id = i;
             fighter->controller = pad.get();
             fighter->maxHp = 1e9f;  // nobody dies, so every frame does full work
@@ -60,7 +62,7 @@ struct World {
 };
 
 void BM_ServerWorldFrame(benchmark::State& state) {
-    World world(static_cast<int>(state.range(0)));
+    World world(static_cast<int>(state.range(0)), OBJECT_SERVER, DATA + "arena.lua", DATA + "bench_fighter.lua");
     int frame = 0;
     for (auto _ : state) {
         world.steer(frame++);
@@ -69,5 +71,25 @@ void BM_ServerWorldFrame(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(BM_ServerWorldFrame)->Arg(2)->Arg(8)->Arg(64);
+
+// The game's own arena and fighters, updated, drawn and flipped in a window.
+void BM_LocalWorldFrameDrawn(benchmark::State& state) {
+    static const bool opened = Render::init(800, 600, false);
+    if (!opened || chdir(KORVANE_SOURCE_DIR "/data") != 0) {
+        state.SkipWithError("no window or no game data");
+        return;
+    }
+    World world(static_cast<int>(state.range(0)), OBJECT_LOCAL, "arena/osmiornica/init.lua",
+                "character/default/init.lua");
+    int frame = 0;
+    for (auto _ : state) {
+        world.steer(frame++);
+        world.arena.update(FRAME);
+        world.arena.draw();
+        Render::flip();
+    }
+    state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(BM_LocalWorldFrameDrawn)->Arg(2)->Arg(8);
 
 }  // namespace
