@@ -11,6 +11,7 @@
 #include "shell/Engine.h"
 #include "shell/FrameTimer.h"
 #include "shell/Log.h"
+#include "shell/StandaloneScene.h"
 #include "shell/WindowEvents.h"
 
 namespace {
@@ -47,6 +48,7 @@ int main() {
 
     if (!Sound::init(32)) Log::fail("init: Nie udalo sie wystartowac dzwieku");
     if (!Engine::init()) Log::fail("init: Nie udalo sie wystartowac silnika");
+    Engine::push(new StandaloneScene());
     Log::info("main: init %ums", SDL_GetTicks());
 
     FrameTimer timer(ticks, sleepMs);
@@ -57,8 +59,6 @@ int main() {
         Engine::draw();
         Render::flip();
         timer.end();
-        // No state stands on the stack yet, so nothing can keep the loop going.
-        if (Engine::depth() == 0) Engine::quit();
     }
 
     ControllerManager::clear();
