@@ -1,4 +1,8 @@
 #pragma once
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <climits>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -20,5 +24,23 @@ inline std::vector<std::string> names(const std::string& listFile) {
     }
     return out;
 }
+
+// The scripts and sprites name their files relative to the data folder, as
+// the game does from its own folder: a test that loads them stands there.
+class InDataFolder {
+public:
+    InDataFolder() {
+        if (!getcwd(previous, sizeof previous)) previous[0] = 0;
+        EXPECT_EQ(chdir(DATA.c_str()), 0);
+    }
+    ~InDataFolder() {
+        if (previous[0] && chdir(previous) != 0) ADD_FAILURE() << "cannot return to " << previous;
+    }
+    InDataFolder(const InDataFolder&) = delete;
+    InDataFolder& operator=(const InDataFolder&) = delete;
+
+private:
+    char previous[PATH_MAX];
+};
 
 }  // namespace ContentList
