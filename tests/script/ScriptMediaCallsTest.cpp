@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "ScriptRunning.h"
 #include "TestSupport.h"
 #include "script/Lua.h"
 #include "script/LuaFuncs.h"
@@ -35,12 +36,7 @@ protected:
         lua.start();
         LuaFuncs::registerAll(lua, rank);
     }
-    std::string run(const std::string& chunk) {
-        TestSupport::CapturedStdout out;
-        EXPECT_TRUE(lua.run(chunk));
-        lua.update();
-        return out.text();
-    }
+    std::string run(const std::string& chunk) { return runLogged(lua, chunk); }
     Lua lua;
 };
 
