@@ -1,0 +1,131 @@
+#include "gameplay/Deathmatch.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "gameplay/Arena.h"
+#include "gameplay/Character.h"
+#include "graphics/Render.h"
+
+namespace GameModes {
+
+namespace {
+
+const float BAR_WIDTH = 96.0f;
+const float BAR_LEFT = 48.0f;
+const float BAR_DROP = 4.0f;
+const float HEALTH_HEIGHT = 8.0f;
+const float AIR_HEIGHT = 4.0f;
+
+struct BarColour {
+    unsigned char r, g, b, a;
+};
+const BarColour HEALTH_FULL = {255, 0, 0, 192};
+const BarColour HEALTH_EMPTY = {128, 0, 0, 128};
+const BarColour AIR_FULL = {0, 128, 255, 192};
+const BarColour AIR_EMPTY = {0, 64, 128, 128};
+
+// One bar: the full part from the left, the empty part behind it.
+void drawBar(float x, float y, float height, float share, BarColour full, BarColour empty) {
+    Render::setColor(full.r, full.g, full.b, full.a);
+    Render::drawRect(x, y, BAR_WIDTH * share, height);
+    Render::setColor(empty.r, empty.g, empty.b, empty.a);
+    Render::drawRect(x + BAR_WIDTH * share, y, BAR_WIDTH * (1.0f - share), height);
+}
+
+}  // namespace
+
+Deathmatch::~Deathmatch() { clear(); }
+
+void* Deathmatch::serialize(uint32_t* size) {
+    uint8_t* out = ensureBuffer(SERIALIZED_SIZE);
+    memcpy(out, &checkTimer, 4);
+    memcpy(out + 4, &restartTimer, 4);
+    *size = SERIALIZED_SIZE;
+    return out;
+}
+
+void Deathmatch::deserialize(const void* data) {
+    memcpy(&checkTimer, data, 4);
+    memcpy(&restartTimer, static_cast<const char*>(data) + 4, 4);
+}
+
+void Deathmatch::init() {
+    clear();
+    checkTimer = 0.0f;
+    restartTimer = 0.0f;
+}
+
+void Deathmatch::clear() {
+    GameMode::clear();
+    freeBuffer();
+}
+
+void Deathmatch::start() { running = true; }
+
+void Deathmatch::update(float dt) {
+    arena->update(dt);
+    if (checkTimer >= 0.0f) {
+        checkTimer += dt;
+        if (!(checkTimer > CHECK_INTERVAL)) return;
+        checkTimer = 0.0f;
+        lookAtFighters();
+    } else {
+        runPause(dt);
+    }
+}
+
+void Deathmatch::lookAtFighters() {
+    int alive = 0;
+    for (Character* fighter : characters)
+        if (fighter->hp > 0.0f) ++alive;
+    if (alive >= 2) return;
+    // One fighter alone plays on for ever.
+    if (characters.size() < 2) return;
+    setDisabled(true);
+    checkTimer = -1.0f;
+    restartTimer = 0.0f;
+}
+
+void Deathmatch::runPause(float dt) {
+    if (restartTimer < RESTORE_AFTER) {
+        restartTimer += dt;
+        if (restartTimer >= RESTORE_AFTER) {
+            for (Character* fighter : characters) {
+                fighter->restart();
+                // restart() replaces the whole state, so the pause goes on.
+                fighter->state |= Character::DISABLED;
+            }
+        }
+    } else if (restartTimer < RELEASE_AFTER) {
+        restartTimer += dt;
+    } else {
+        checkTimer = 0.0f;
+        setDisabled(false);
+    }
+}
+
+void Deathmatch::setDisabled(bool disabled) {
+    for (Character* fighter : characters) {
+        if (disabled)
+            fighter->state |= Character::DISABLED;
+        else
+            fighter->state &= ~static_cast<uint32_t>(Character::DISABLED);
+    }
+}
+
+void Deathmatch::draw() {
+    if (arena) arena->draw();
+    Render::setMode(Render::MODE_SCREEN_SHAPES);
+    for (Character* fighter : characters) {
+        float x = fighter->position.x - BAR_LEFT;
+        float y = fighter->position.y + BAR_DROP;
+        float health = std::max(fighter->hp, 0.0f) / fighter->maxHp;
+        float air = fighter->air / fighter->lungCapacity;
+        drawBar(x, y, HEALTH_HEIGHT, health, HEALTH_FULL, HEALTH_EMPTY);
+        drawBar(x, y + HEALTH_HEIGHT, AIR_HEIGHT, air, AIR_FULL, AIR_EMPTY);
+    }
+    Render::setMode(Render::MODE_WORLD_IMAGES);
+}
+
+}  // namespace GameModes
