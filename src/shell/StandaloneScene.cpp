@@ -12,21 +12,32 @@ void StandaloneScene::init() {
     first.controller = ControllerManager::get(FIRST_CONTROLLER);
     if (!second.init(FIGHTER_SCRIPT)) Log::fail("StandaloneScene.init: Nie udalo sie wczytac postaci");
     second.id = 1;
-    second.controller = &secondPad;
+    bot.init();
+    bot.setArena(&arena);
+    bot.setController(&secondPad);
+    bot.setCharacter(&second);
     if (!arena.init(ARENA_SCRIPT)) Log::fail("StandaloneScene.init: Nie udalo sie wczytac areny");
     arena.addCharacter(&first);
     arena.addCharacter(&second);
+    mode.init();
+    mode.arena = &arena;
+    mode.addCharacter(&first);
+    mode.addCharacter(&second);
+    mode.start();
 }
 
 void StandaloneScene::update(float dt) {
     const Uint8* keys = SDL_GetKeyState(nullptr);
     if (keys && keys[KEY_ESCAPE]) Engine::quit();
-    arena.update(dt);
+    bot.update(dt);
+    mode.update(dt);
 }
 
-void StandaloneScene::draw() { arena.draw(); }
+// The arena under the fighters' health and air bars.
+void StandaloneScene::draw() { mode.draw(); }
 
 void StandaloneScene::clear() {
+    mode.clear();
     // Effects point at the fighters, so the arena lets go of them first.
     arena.clear();
     first.clear();

@@ -1,12 +1,14 @@
 #pragma once
 #include "gameplay/Arena.h"
+#include "gameplay/Bot.h"
 #include "gameplay/Character.h"
 #include "gameplay/ControllerDummy.h"
+#include "gameplay/Deathmatch.h"
 #include "shell/GameState.h"
 
-// A fight in one process without network: the arena and two fighters, the
-// first on the second local controller, the second on a pad nobody presses
-// yet. Escape leaves.
+// A fight in one process without network: the arena and two fighters under
+// the deathmatch rules, the first on the second local controller, the second
+// driven by a bot. Escape leaves.
 class StandaloneScene : public GameState {
 public:
     // Not one of the front end's screens, so outside their numbering.
@@ -28,4 +30,6 @@ public:
     Character first;
     Character second;
     ControllerDummy secondPad;
+    Bot bot;
+    GameModes::Deathmatch mode;
 };
