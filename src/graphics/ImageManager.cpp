@@ -126,7 +126,9 @@ bool loadGfx(const std::string& name, Graphics::Image* image) {
                   name.c_str(), SDL_GetError());
         return false;
     }
-    SDL_Surface* converted = SDL_DisplayFormatAlpha(decoded);
+    // Without a window there is no display format and no GL context to
+    // upload into (a world that only simulates, such as a benchmark's).
+    SDL_Surface* converted = SDL_GetVideoSurface() ? SDL_DisplayFormatAlpha(decoded) : nullptr;
     SDL_FreeSurface(decoded);
     if (!converted) {
         Log::fail("ImageManager.loadGfx: Nie udalo sie przekonwertowac grafiki \"%s\"", name.c_str());
