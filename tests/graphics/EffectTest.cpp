@@ -75,10 +75,8 @@ TEST(EffectLifetime, ASlideRunsFromItsStartToItsEnd) {
     slide.from = Vector(-100.0f, 50.0f, 0.0f, 0.0f);
     slide.to = Vector(900.0f, 50.0f, 0.0f, 0.0f);
     EXPECT_FLOAT_EQ(-100.0f, slide.positionAt(0.0f).x);
-    EXPECT_FLOAT_EQ(400.0f, slide.positionAt(0.5f).x);
+    EXPECT_FLOAT_EQ(150.0f, slide.positionAt(0.25f).x);
     EXPECT_FLOAT_EQ(900.0f, slide.positionAt(1.0f).x);
-    slide.eased = 1;
-    EXPECT_FLOAT_EQ(400.0f, slide.positionAt(0.5f).x);
     EXPECT_FLOAT_EQ(50.0f, slide.positionAt(0.7f).y);
 }
 
@@ -109,19 +107,6 @@ TEST(EffectLifetime, TheArenaDestroysEachEffectWhenItsOwnLifeEnds) {
     EXPECT_FLOAT_EQ(0.25f, arena.effects.front()->remaining);
     arena.update(0.25f);
     EXPECT_TRUE(arena.effects.empty());
-    EXPECT_EQ(2, destroyed);
-}
-
-TEST(EffectLifetime, ResettingTheArenaDestroysWhatIsLeft) {
-    int destroyed = 0;
-    {
-        Arena arena;
-        arena.objectType = OBJECT_LOCAL;
-        arena.addEffect(new CountedBubble(1.0f, destroyed));
-        arena.clear();
-        EXPECT_EQ(1, destroyed);
-        arena.addEffect(new CountedBubble(1.0f, destroyed));
-    }
     EXPECT_EQ(2, destroyed);
 }
 

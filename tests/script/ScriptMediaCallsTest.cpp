@@ -1,21 +1,10 @@
-#include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
 
-#include "ScriptRunning.h"
-#include "TestSupport.h"
-#include "script/Lua.h"
-#include "script/LuaFuncs.h"
+#include "ScriptCallFixture.h"
 #include "shell/Event.h"
 
 namespace {
-
-const int LOCAL = 0;
-const int CLIENT = 1;
-const int SERVER = 2;
-
-bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
 // Stands in for the server: keeps what reaches it.
 class SoundListener : public EventListener {
@@ -29,20 +18,9 @@ public:
     std::vector<float> volumes;
 };
 
-// Sounds need no fighter or arena: a bare script state of a given rank.
-class ScriptMediaTest : public ::testing::Test {
-protected:
-    void atRank(int rank) {
-        lua.start();
-        LuaFuncs::registerAll(lua, rank);
-    }
-    std::string run(const std::string& chunk) { return runLogged(lua, chunk); }
-    Lua lua;
-};
-
-TEST_F(ScriptMediaTest, OnTheServerASoundGoesToTheListener) {
+TEST_F(ScriptCallTest, OnTheServerASoundGoesToTheListener) {
     SoundListener server;
-    atRank(SERVER);
+    asArenaScript(SERVER);
     // Not yet listening, as during a script's own loading.
     EXPECT_EQ("", run("playSound('early.ogg')"));
     lua.setPtr("_eventlistener", static_cast<EventListener*>(&server));
@@ -56,8 +34,8 @@ TEST_F(ScriptMediaTest, OnTheServerASoundGoesToTheListener) {
     EXPECT_FLOAT_EQ(0.5f, server.volumes[1]);
 }
 
-TEST_F(ScriptMediaTest, MusicIsRefusedOnTheServerAndBothNeedAName) {
-    atRank(SERVER);
+TEST_F(ScriptCallTest, MusicIsRefusedOnTheServerAndBothNeedAName) {
+    asArenaScript(SERVER);
     EXPECT_TRUE(contains(run("playMusic('x')"),
                          "FAIL: LuaFuncs.playMusic: Sry, nie chce mi sie robic muzyki po stronie serwera >:"));
     EXPECT_TRUE(contains(run("playMusic()"), "LuaFuncs.playMusic: Za malo argumentow (otrzymano 0, oczekiwano 1)"));
@@ -66,13 +44,13 @@ TEST_F(ScriptMediaTest, MusicIsRefusedOnTheServerAndBothNeedAName) {
     EXPECT_FALSE(contains(log, "otrzymano"));
 }
 
-TEST_F(ScriptMediaTest, ALocalScriptPlaysThroughTheSoundModule) {
+TEST_F(ScriptCallTest, ALocalScriptPlaysThroughTheSoundModule) {
     TestSupport::ScopedTempDir dir;
-    atRank(LOCAL);
+    asArenaScript(LOCAL);
     EXPECT_TRUE(contains(run("playSound('absent.ogg', 0.3)"), "Sound.play: Nie udalo sie wczytac dzwieku \"absent.ogg\""));
     EXPECT_TRUE(contains(run("playMusic('tune.ogg')"), "Sound.play: Nie udalo sie wczytac dzwieku \"tune.ogg\""));
     // A client plays nothing itself: the server's packets bring its sounds.
-    atRank(CLIENT);
+    asArenaScript(CLIENT);
     EXPECT_EQ("", run("playSound('absent.ogg'); playMusic('tune.ogg')"));
 }
 

@@ -4,11 +4,6 @@
 
 namespace {
 
-const int LOCAL = 0;
-const int SERVER = 2;
-
-bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
-
 TEST_F(ScriptCallTest, SetCharacterSkipsAbsentKeysAndStoresTheRest) {
     fighters[0].moveSpeed = 3.0f;
     fighters[0].name = "kept";
@@ -41,12 +36,13 @@ TEST_F(ScriptCallTest, OnTheServerSetCharacterLoadsNoPictures) {
     EXPECT_EQ("", run("setSprite('nowhere.xml')"));
 }
 
-TEST_F(ScriptCallTest, SetCharacterWantsItsOwnFighterAndATable) {
+TEST_F(ScriptCallTest, SetUpCallsWantTheirOwnObjectAndATable) {
     asArenaScript(LOCAL);
     EXPECT_TRUE(contains(run("setCharacter({})"), "LuaFuncs.setCharacter: NULL character"));
     asFighterScript(LOCAL, &fighters[0]);
     EXPECT_TRUE(contains(run("setCharacter()"), "(otrzymano 0, oczekiwano 1)"));
     EXPECT_TRUE(contains(run("setCharacter(5)"), "LuaFuncs.setCharacter"));
+    EXPECT_TRUE(contains(run("setArena({})"), "LuaFuncs.setArena: NULL arena"));
 }
 
 TEST_F(ScriptCallTest, SetArenaTruncatesTheDimensionAndReadsStartPositions) {
@@ -66,13 +62,6 @@ TEST_F(ScriptCallTest, SetArenaTruncatesTheDimensionAndReadsStartPositions) {
     EXPECT_FLOAT_EQ(2.0f, arena.startPositions[0].y);
     EXPECT_FLOAT_EQ(0.0f, arena.startPositions[0].z);
     EXPECT_FLOAT_EQ(5.0f, arena.startPositions[1].z);
-}
-
-TEST_F(ScriptCallTest, SetArenaIsForArenaScripts) {
-    asFighterScript(LOCAL, &fighters[0]);
-    EXPECT_TRUE(contains(run("setArena({})"), "LuaFuncs.setArena: NULL arena"));
-    asArenaScript(LOCAL);
-    EXPECT_TRUE(contains(run("setArena()"), "(otrzymano 0, oczekiwano 1)"));
 }
 
 TEST_F(ScriptCallTest, AddComboKeepsKnownTokensInOrderAndTheFunction) {
