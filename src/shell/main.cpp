@@ -1,4 +1,5 @@
 #include <SDL/SDL.h>
+#include <SDL/SDL_net.h>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -46,6 +47,7 @@ int main() {
     Render::setCaption(CAPTION);
     if (!Render::init(WINDOW_WIDTH, WINDOW_HEIGHT, false)) return EXIT_NO_WINDOW;
 
+    if (SDLNet_Init() != 0) Log::fail("init: Nie udalo sie wystartowac sieci");
     if (!Sound::init(32)) Log::fail("init: Nie udalo sie wystartowac dzwieku");
     if (!Engine::init()) Log::fail("init: Nie udalo sie wystartowac silnika");
     Engine::push(new StandaloneScene());
@@ -66,6 +68,7 @@ int main() {
     // Nothing is saved here: whoever changes a setting saves it then.
     Database::clearAll();
     Sound::clear();
+    SDLNet_Quit();
     Render::clear();
     Resource::clear();
     Log::info("Stop");
