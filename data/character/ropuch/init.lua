@@ -6,15 +6,15 @@ local DIR = "character/ropuch/"
 -- Speak, then raise the guard as the word ends: he puffs himself up and
 -- heals, but stands rooted while he does.
 function puff()
-    setHp(getHp() + 20)
+    setHp(getHp() + 40)
     setBlock(0.7)
     playSound(DIR .. "puff.ogg", 1.0)
     endCombo()
 end
 
 function init()
-    setUpFighter(DIR, {name = "Ropuch", moveSpeed = 85, voiceVolume = 5, speakSpeed = 0.8,
-                       lungCapacity = 160, airUsage = 55, hp = 140})
+    setUpFighter(DIR, {name = "Ropuch", moveSpeed = 85, voiceVolume = 3.3, speakSpeed = 0.55,
+                       lungCapacity = 150, airUsage = 55, hp = 400})
     addCombo(puff, {"charge", "say", "defend"})
 end
 

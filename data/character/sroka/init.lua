@@ -12,8 +12,8 @@ function hop()
 end
 
 function init()
-    setUpFighter(DIR, {name = "Sroka", moveSpeed = 190, voiceVolume = 2, speakSpeed = 0.25,
-                       lungCapacity = 80, airUsage = 18, hp = 75})
+    setUpFighter(DIR, {name = "Sroka", moveSpeed = 190, voiceVolume = 2.5, speakSpeed = 0.25,
+                       lungCapacity = 90, airUsage = 18, hp = 370})
     addCombo(hop, {"move-left", "move-right", "move-left"})
     addCombo(hop, {"move-right", "move-left", "move-right"})
 end
