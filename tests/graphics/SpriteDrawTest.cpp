@@ -130,47 +130,48 @@ TEST_F(SpriteDrawTest, ClassicCounterDrawsTheEmptyBarAndTheFilledPart) {
     counter.clear();
 }
 
-// Not a check but a picture to look at: every direction slot of an animated
-// sprite and a wrapped, centred text. Shown for a while when asked to.
+// Mostly a picture to look at: the game's own fighter and font, the fighter
+// walking in every direction slot beside the test sprite, and a wrapped,
+// centred text. Held on screen for a number of frames when asked to.
 TEST_F(SpriteDrawTest, Scene) {
-    SDL_Surface* s = SDL_CreateRGBSurface(SDL_SWSURFACE, 16, 8, 32, 0xff, 0xff00, 0xff0000, 0xff000000);
-    SDL_Rect solid = {0, 0, 6, 8};
-    SDL_FillRect(s, nullptr, SDL_MapRGBA(s->format, 0, 0, 0, 0));
-    SDL_FillRect(s, &solid, SDL_MapRGBA(s->format, 255, 255, 255, 255));
-    ImageManager::load("scene_font.png", s);
-    SDL_FreeSurface(s);
-    std::string font = "<sprite><image>scene_font.png</image><anim><dir><frame x='8' w='4' h='8'/></dir></anim>";
-    for (int code = 33; code < 256; ++code) font += "<anim><dir><frame w='6' h='8'/></dir></anim>";
-    TestSupport::writeFile("font.xml", font + "</sprite>");
-
+    const std::string data = std::string(KORVANE_SOURCE_DIR) + "/data/";
     UI::Text text;
-    text.init("font.xml", "", 300, 120, -1, -1, -1);
+    text.init(data + "font/font_02.xml", "", 360, 140, -1, -1, -1);
     text.flags = (text.flags & ~0x3Fu) | UI::Text::FLAG_CENTRE | UI::Text::FLAG_MIDDLE;
-    text.setText("The quick brown fox jumps over the lazy dog and keeps on running to the far edge");
+    text.setText("The quick brown fox jumps over the lazy dog, then turns round and runs all the way back "
+                 "to where it started, because the dog never woke up.");
     text.update();
+    EXPECT_GT(text.lines.size(), 2u);
 
     const int slots[4] = {Graphics::DIR_RIGHT, Graphics::DIR_DOWN, Graphics::DIR_LEFT, Graphics::DIR_UP};
-    Graphics::SpriteInstance sprites[4];
+    Graphics::SpriteInstance fighters[4];
+    Graphics::SpriteInstance blocks[4];
     for (int i = 0; i < 4; ++i) {
-        sprites[i].setSprite("four.xml");
-        sprites[i].setDir(slots[i]);
+        fighters[i].setSprite(data + "character/default/character.xml");
+        fighters[i].setAnim("moving");
+        fighters[i].setDir(slots[i]);
+        blocks[i].setSprite("four.xml");
+        blocks[i].setDir(slots[i]);
     }
+    ASSERT_NE(fighters[0].sprite, nullptr);
     const char* hold = getenv("KORVANE_SCENE_HOLD_FRAMES");
     const int frames = hold ? atoi(hold) : 1;
     for (int frame = 0; frame < frames; ++frame) {
         Render::setMode(Render::MODE_SCREEN_SHAPES);
         Render::setColor(40, 40, 40, 255);
-        Render::drawRect(250, 200, 300, 120);
+        Render::drawRect(220, 380, 360, 140);
         Render::setMode(Render::MODE_WORLD_IMAGES);
         for (int i = 0; i < 4; ++i) {
-            sprites[i].update(1.0f / 60.0f);
-            Render::drawSprite(&sprites[i], 300.0f + 60 * i, 120, 0, 0);
+            fighters[i].update(1.0f / 60.0f);
+            blocks[i].update(1.0f / 60.0f);
+            Render::drawSprite(&fighters[i], 160.0f + 160 * i, 300, 0, 0);
+            Render::drawSprite(&blocks[i], 160.0f + 160 * i, 340, 0, 0);
         }
-        text.draw(250, 200, 0, 255);
-        EXPECT_EQ(text.lines.size(), 4u);
+        text.draw(220, 380, 0, 255);
         if (frame + 1 < frames) Render::flip();
     }
-    EXPECT_TRUE(isColour(pixelAt(300, 120), 0, 255, 0));
+    EXPECT_TRUE(isColour(pixelAt(320, 340), 255, 0, 0));
+    EXPECT_TRUE(isColour(pixelAt(480, 340), 0, 0, 255));
 }
 
 }  // namespace

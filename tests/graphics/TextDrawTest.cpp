@@ -75,14 +75,13 @@ TEST_F(TextDrawTest, LaysOutOnlyWhenChangedAndAnEmptyTextVanishes) {
     text.update();
     const size_t built = text.buffer.vertices.size();
     EXPECT_EQ(built, 8u);
-    text.draw(10, 10, 0, 255);
-    EXPECT_TRUE(isWhite(pixelAt(10, 10)));
-
     // Nothing changed: the next update leaves the buffer alone.
     text.buffer.vertices.push_back(Render::Vertex());
     text.update();
     EXPECT_EQ(text.buffer.vertices.size(), built + 1);
     text.buffer.vertices.pop_back();
+    text.draw(10, 10, 0, 255);
+    EXPECT_TRUE(isWhite(pixelAt(10, 10)));
 
     Render::flip();
     text.setText("");
