@@ -15,55 +15,36 @@ protected:
     std::string parse(const std::string& xml, const std::string& path = "character/x/body.xml") {
         TiXmlDocument document;
         document.Parse(xml.c_str());
-        const TiXmlElement* element = document.FirstChildElement("sprite");
-        EXPECT_NE(element, nullptr);
-        if (!element) return "";
         sprite->name = path;
-        return SpriteXmlFormat::parseSprite(*sprite, *element);
+        return SpriteXmlFormat::parseSprite(*sprite, *document.FirstChildElement("sprite"));
     }
+
+    int firstX(int anim, int slot) const { return sprite->anim(anim)->dir(slot)->frame(0)->x; }
 
     Graphics::Sprite* sprite = new Graphics::Sprite;
 };
 
-TEST_F(SpriteXmlFormatTest, ReadsAnimationsDirectionsAndFrames) {
-    const std::string image = parse(
-        "<sprite><image>pics/body.png</image>"
-        "<anim name='idle'><dir value='down' spd='4.5'>"
-        "<frame x='1' y='2' w='3' h='4' sx='5' sy='6' ax='7' ay='8'/><frame w='9'/></dir>"
-        "<dir value='left'><frame x='10'/></dir></anim>"
-        "<anim><dir><frame/></dir></anim></sprite>");
-    EXPECT_EQ(image, "pics/body.png");
+TEST_F(SpriteXmlFormatTest, AnimationsDirectionsAndFrames) {
+    EXPECT_EQ(parse("<sprite><image>pics/body.png</image>"
+                    "<anim name='idle'><dir value='up' spd='4.5'><frame x='1' w='3' sy='6' ay='8'/><frame/></dir>"
+                    "<dir value='right'><frame x='2'/></dir><dir value='right'><frame x='3'/></dir>"
+                    "<dir value='LEFT'><frame x='4'/></dir></anim>"
+                    "<anim><dir><frame/></dir></anim></sprite>"),
+              "pics/body.png");
     ASSERT_EQ(sprite->animCount(), 2);
     EXPECT_EQ(sprite->indexOf("idle"), 0);
-    const Graphics::Dir* down = sprite->anim(0)->dir(Graphics::DIR_DOWN);
-    EXPECT_FLOAT_EQ(down->spd, 4.5f);
-    ASSERT_EQ(down->frameCount(), 2);
-    const Graphics::Frame* f = down->frame(0);
-    EXPECT_EQ(f->x + f->y + f->w + f->h, 1 + 2 + 3 + 4);
-    EXPECT_EQ(f->sx * 1000 + f->sy * 100 + f->ax * 10 + f->ay, 5678);
-    EXPECT_EQ(down->frame(1)->w, 9);
-    EXPECT_EQ(down->frame(1)->x, 0);
-    EXPECT_EQ(sprite->anim(0)->dir(Graphics::DIR_LEFT)->frame(0)->x, 10);
-    // "up" wasn't given: it falls back to the first dir.
-    EXPECT_EQ(sprite->anim(0)->dir(Graphics::DIR_UP), down);
-    // A dir without spd plays at one frame a second.
-    EXPECT_FLOAT_EQ(sprite->anim(1)->dir(Graphics::DIR_DOWN)->spd, 1.0f);
-}
-
-TEST_F(SpriteXmlFormatTest, DirectionValuesAndReplacement) {
-    parse("<sprite><image>a.png</image><anim>"
-          "<dir value='up'><frame x='1'/></dir>"
-          "<dir value='right'><frame x='2'/></dir>"
-          "<dir value='right'><frame x='3'/></dir>"
-          "<dir value='RIGHT'><frame x='4'/></dir>"
-          "</anim></sprite>");
-    const Graphics::Anim* anim = sprite->anim(0);
-    ASSERT_NE(anim, nullptr);
-    EXPECT_EQ(anim->dir(Graphics::DIR_UP)->frame(0)->x, 1);
-    EXPECT_EQ(anim->dir(Graphics::DIR_LEFT)->frame(0)->x, 1);
-    EXPECT_EQ(anim->dir(Graphics::DIR_RIGHT)->frame(0)->x, 3);
-    // Case matters: "RIGHT" is no known value and goes to slot 2.
-    EXPECT_EQ(anim->dir(Graphics::DIR_DOWN)->frame(0)->x, 4);
+    const Graphics::Dir* up = sprite->anim(0)->dir(Graphics::DIR_UP);
+    EXPECT_FLOAT_EQ(up->spd, 4.5f);
+    ASSERT_EQ(up->frameCount(), 2);
+    const Graphics::Frame* f = up->frame(0);
+    EXPECT_EQ(f->x * 1000 + f->w * 100 + f->sy * 10 + f->ay, 1368);
+    EXPECT_EQ(up->frame(1)->w, 0);
+    // The first dir filled all slots; a second "right" replaced the first;
+    // "LEFT" is no value (case matters) and went to slot 2.
+    EXPECT_EQ(firstX(0, Graphics::DIR_LEFT), 1);
+    EXPECT_EQ(firstX(0, Graphics::DIR_RIGHT), 3);
+    EXPECT_EQ(firstX(0, Graphics::DIR_DOWN), 4);
+    EXPECT_FLOAT_EQ(sprite->anim(1)->dir(Graphics::DIR_DOWN)->spd, 1.0f) << "default speed";
 }
 
 TEST_F(SpriteXmlFormatTest, RelativeImageIsResolvedAgainstTheSpritePath) {
@@ -75,24 +56,15 @@ TEST_F(SpriteXmlFormatTest, RelativeImageIsResolvedAgainstTheSpritePath) {
 }
 
 TEST_F(SpriteXmlFormatTest, MissingOrEmptyImageIsReportedAndReadingGoesOn) {
-    std::string missing, empty;
+    std::string missing = "-", empty = "-";
     const std::string log = logOf([&] {
         missing = parse("<sprite><anim><dir><frame w='2'/></dir></anim></sprite>");
         empty = parse("<sprite><image></image></sprite>");
     });
-    EXPECT_EQ(missing, "");
-    EXPECT_EQ(empty, "");
+    EXPECT_EQ(missing + empty, "");
     EXPECT_EQ(sprite->animCount(), 1);
     const std::string message = "FAIL: SpriteManager.xmlParseSprite: Nie ustawiono obrazka";
-    const size_t first = log.find(message);
-    ASSERT_NE(first, std::string::npos);
-    EXPECT_NE(log.find(message, first + 1), std::string::npos);
-}
-
-TEST_F(SpriteXmlFormatTest, AnimWithoutDirsLeavesItsSlotsEmpty) {
-    parse("<sprite><image>a.png</image><anim name='empty'/></sprite>");
-    ASSERT_EQ(sprite->animCount(), 1);
-    for (int slot = 0; slot < Graphics::DIR_SLOTS; ++slot) EXPECT_EQ(sprite->anim(0)->dir(slot), nullptr);
+    EXPECT_NE(log.find(message), log.rfind(message)) << "one message for each";
 }
 
 }  // namespace

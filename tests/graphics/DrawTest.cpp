@@ -15,6 +15,7 @@ namespace {
 using Pixel = std::array<uint8_t, 4>;
 
 bool isColour(const Pixel& p, uint8_t r, uint8_t g, uint8_t b) { return p[0] == r && p[1] == g && p[2] == b; }
+bool isYellow(const Pixel& p) { return isColour(p, 255, 255, 0); }
 
 // Four 8 by 8 blocks side by side, red, green, blue, yellow, as a BMP file.
 void writeStripPicture(const std::string& path) {
@@ -38,55 +39,31 @@ const char* FOUR_WAY_XML =
     "<dir value='up'><frame x='24' w='8' h='8'/></dir>"
     "</anim></sprite>";
 
-class SpriteDrawTest : public RenderTest {
+class DrawTest : public RenderTest {
 protected:
     void SetUp() override {
         RenderTest::SetUp();
         writeStripPicture("strip.bmp");
         TestSupport::writeFile("four.xml", FOUR_WAY_XML);
+        // Glyphs 6 by 8 cut from the yellow block, the space 4 wide.
+        std::string font = "<sprite><image>strip.bmp</image><anim><dir><frame w='4' h='8'/></dir></anim>";
+        for (int code = 33; code < 127; ++code) font += "<anim><dir><frame x='24' w='6' h='8'/></dir></anim>";
+        TestSupport::writeFile("font.xml", font + "</sprite>");
     }
     void TearDown() override { SpriteManager::clear(); }
 
     TestSupport::ScopedTempDir dir;
 };
 
-TEST_F(SpriteDrawTest, EachDirectionSlotShowsItsOwnFrames) {
-    Graphics::SpriteInstance instance("four.xml");
-    ASSERT_NE(instance.sprite, nullptr);
-    ASSERT_NE(instance.sprite->image, nullptr);
-    const int slots[4] = {Graphics::DIR_DOWN, Graphics::DIR_RIGHT, Graphics::DIR_LEFT, Graphics::DIR_UP};
-    const uint8_t expected[4][3] = {{255, 0, 0}, {0, 255, 0}, {0, 0, 255}, {255, 255, 0}};
-    for (int i = 0; i < 4; ++i) {
-        instance.setDir(slots[i]);
-        Render::drawSprite(&instance, 20.0f + 20 * i, 20, 0, 0);
-    }
-    // The down frames stand on their centre: drawn 4 up and left.
-    EXPECT_TRUE(isColour(pixelAt(16, 16), 255, 0, 0));
-    EXPECT_TRUE(isBackground(pixelAt(24, 24)));
-    for (int i = 1; i < 4; ++i)
-        EXPECT_TRUE(isColour(pixelAt(20 + 20 * i, 20), expected[i][0], expected[i][1], expected[i][2])) << i;
-
-    // Half a second at 2 frames a second: the second frame of down.
-    instance.setDir(Graphics::DIR_DOWN);
-    instance.update(0.5f);
-    Render::drawSprite(&instance, 100, 100, 0, 0);
-    EXPECT_TRUE(isColour(pixelAt(96, 96), 255, 255, 0));
-}
-
-TEST_F(SpriteDrawTest, ImageDiesWithItsLastSpriteAndNotBefore) {
+TEST_F(DrawTest, ImageDiesWithItsLastSpriteAndNotBefore) {
     TestSupport::writeFile("plain.xml", "<sprite><image>strip.bmp</image></sprite>");
-    Graphics::SpriteInstance first("four.xml");
-    Graphics::SpriteInstance second("strip.bmp");
-    Graphics::SpriteInstance third("plain.xml");
+    Graphics::SpriteInstance first("four.xml"), second("strip.bmp"), third("plain.xml");
     ASSERT_NE(first.sprite, nullptr);
     Graphics::Image* image = first.sprite->image;
     ASSERT_NE(image, nullptr);
     EXPECT_EQ(second.sprite->image, image);
-    EXPECT_EQ(third.sprite->image, image);
     EXPECT_EQ(image->refs(), 3);
-    // The whole picture is the plain sprite's one frame.
-    EXPECT_EQ(second.getW(), 32);
-    EXPECT_EQ(third.getH(), 8);
+    EXPECT_EQ(second.getW() * 100 + third.getH(), 3208) << "a plain picture is one whole frame";
 
     const uint32_t flags = Log::getFlags();
     Log::setFlags(flags | Log::LOG_DEBUG);
@@ -94,16 +71,15 @@ TEST_F(SpriteDrawTest, ImageDiesWithItsLastSpriteAndNotBefore) {
         first.setSprite(static_cast<Graphics::Sprite*>(nullptr));
         second.setSprite(static_cast<Graphics::Sprite*>(nullptr));
     });
-    EXPECT_EQ(image->refs(), 1);
-    EXPECT_EQ(whileHeld.find("ImageManager.free: Kasowanie"), std::string::npos);
     Render::drawSprite(&third, 0, 0, 0, 0);
     EXPECT_TRUE(isColour(pixelAt(0, 0), 255, 0, 0));
     const std::string atLast = logOf([&] { third.setSprite(static_cast<Graphics::Sprite*>(nullptr)); });
     Log::setFlags(flags);
+    EXPECT_EQ(whileHeld.find("ImageManager.free: Kasowanie"), std::string::npos);
     EXPECT_NE(atLast.find("ImageManager.free: Kasowanie \"strip.bmp\""), std::string::npos);
 }
 
-TEST_F(SpriteDrawTest, ClassicCounterDrawsTheEmptyBarAndTheFilledPart) {
+TEST_F(DrawTest, ClassicCounterDrawsTheEmptyBarAndTheFilledPart) {
     // Empty bar: the blue block; full bar: the 16 pixels of red and green.
     TestSupport::writeFile("bar.xml", "<sprite><image>strip.bmp</image>"
                                       "<anim><dir value='right'><frame x='16' w='8' h='8'/></dir></anim>"
@@ -130,10 +106,59 @@ TEST_F(SpriteDrawTest, ClassicCounterDrawsTheEmptyBarAndTheFilledPart) {
     counter.clear();
 }
 
+TEST_F(DrawTest, CentredTextLandsMidBoxIsBuiltOnlyWhenChangedAndVanishesWhenEmptied) {
+    UI::Text text;
+    text.init("font.xml", "AA", 200, 100, -1, -1, -1);
+    text.flags = (text.flags & ~0x7Fu) | UI::Text::FLAG_CENTRE | UI::Text::FLAG_MIDDLE;
+    text.update();
+    ASSERT_EQ(text.buffer.vertices.size(), 8u);
+    // Unchanged, the next update leaves the buffer alone.
+    text.buffer.vertices.push_back(Render::Vertex());
+    text.update();
+    EXPECT_EQ(text.buffer.vertices.size(), 9u);
+    text.buffer.vertices.pop_back();
+
+    text.draw(100, 100, 0, 255);
+    // Line 14 wide (each glyph and the pixel behind it), 8 high, in a 200 by 100 box.
+    EXPECT_TRUE(isYellow(pixelAt(193, 146)));
+    EXPECT_TRUE(isYellow(pixelAt(198, 153)));
+    EXPECT_TRUE(isBackground(pixelAt(199, 146)));
+    EXPECT_TRUE(isYellow(pixelAt(200, 146)));
+    EXPECT_TRUE(isBackground(pixelAt(192, 146)));
+    EXPECT_TRUE(isBackground(pixelAt(193, 145)));
+    EXPECT_TRUE(isBackground(pixelAt(193, 154)));
+
+    Render::flip();
+    text.setText("");
+    text.update();
+    text.draw(100, 100, 0, 255);
+    EXPECT_TRUE(isBackground(pixelAt(193, 146)));
+    EXPECT_TRUE(isBackground(pixelAt(200, 146)));
+}
+
+TEST_F(DrawTest, HundredsOfGlyphsAreOneDrawCall) {
+    std::string words;
+    for (int i = 0; i < 30; ++i) words += std::string(9, static_cast<char>('!' + i)) + " ";
+    UI::Text text("font.xml", words, 400, 400, -1, -1, -1);
+    text.update();
+    Render::flush();
+    const uint32_t before = Render::frameStats().drawCalls;
+    text.draw(0, 0, 0, 255);
+    text.draw(0, 200, 0, 255);
+    EXPECT_EQ(Render::frameStats().drawCalls - before, 2u);
+    // 270 glyphs; words 67 pixels with their blank, six to a 400-pixel line.
+    EXPECT_EQ(text.lines.size(), 5u);
+    EXPECT_EQ(text.buffer.count, 270 * 4);
+    EXPECT_TRUE(isYellow(pixelAt(0, 32)));
+    EXPECT_TRUE(isBackground(pixelAt(0, 40)));
+    EXPECT_TRUE(isYellow(pixelAt(396, 0)));
+    EXPECT_TRUE(isBackground(pixelAt(397, 0)));
+}
+
 // Mostly a picture to look at: the game's own fighter and font, the fighter
 // walking in every direction slot beside the test sprite, and a wrapped,
 // centred text. Held on screen for a number of frames when asked to.
-TEST_F(SpriteDrawTest, Scene) {
+TEST_F(DrawTest, Scene) {
     const std::string data = std::string(KORVANE_SOURCE_DIR) + "/data/";
     UI::Text text;
     text.init(data + "font/font_02.xml", "", 360, 140, -1, -1, -1);
@@ -170,8 +195,16 @@ TEST_F(SpriteDrawTest, Scene) {
         text.draw(220, 380, 0, 255);
         if (frame + 1 < frames) Render::flip();
     }
-    EXPECT_TRUE(isColour(pixelAt(320, 340), 255, 0, 0));
+    // Every slot shows its own block; "down" stands on its centre.
+    EXPECT_TRUE(isColour(pixelAt(160, 340), 0, 255, 0));
+    EXPECT_TRUE(isColour(pixelAt(316, 336), 255, 0, 0));
     EXPECT_TRUE(isColour(pixelAt(480, 340), 0, 0, 255));
+    EXPECT_TRUE(isColour(pixelAt(640, 340), 255, 255, 0));
+    // Half a second at 2 frames a second: the second frame of "down".
+    blocks[1].time = 0.0f;
+    blocks[1].update(0.5f);
+    Render::drawSprite(&blocks[1], 100, 100, 0, 0);
+    EXPECT_TRUE(isColour(pixelAt(96, 96), 255, 255, 0));
 }
 
 }  // namespace
