@@ -7,6 +7,7 @@
 #include "graphics/EffectParticle.h"
 #include "graphics/EffectSlide.h"
 #include "graphics/EffectSpeechBubble.h"
+#include "graphics/EffectTextParticle.h"
 
 namespace {
 
@@ -68,6 +69,16 @@ TEST(EffectLifetime, AParticleMovesWithTheVelocityOfTheSameStep) {
     EXPECT_NEAR(2.5f, particle.position.z, 1e-5);
     EXPECT_NEAR(4.0f, particle.position.y, 1e-5);
     EXPECT_FLOAT_EQ(0.5f, particle.remaining);
+}
+
+TEST(EffectLifetime, ATextParticleCentresItsTextAndKeepsTheOtherFlags) {
+    Effects::TextParticle particle;
+    particle.text.flags = 0xFFFFFFFFu;
+    particle.text.dirty = false;
+    particle.init("", 1500);
+    EXPECT_EQ(0xFFFFFC00u | 0x312u, particle.text.flags);
+    EXPECT_TRUE(particle.text.dirty);
+    EXPECT_FLOAT_EQ(1.5f, particle.lifetime);
 }
 
 TEST(EffectLifetime, ASlideRunsFromItsStartToItsEnd) {
