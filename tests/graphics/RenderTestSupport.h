@@ -25,6 +25,9 @@ protected:
         Render::flip();
     }
 
+    // Tests hold no image past their end.
+    void TearDown() override { ImageManager::clear(); }
+
     // RGBA bytes of one window pixel, y downwards, from the frame being drawn.
     static std::array<uint8_t, 4> pixelAt(int x, int y) {
         Render::flush();

@@ -1,6 +1,7 @@
 #include <SDL/SDL.h>
 #include <gtest/gtest.h>
 
+#include "gameplay/ControllerManager.h"
 #include "shell/Engine.h"
 #include "shell/WindowEvents.h"
 
@@ -15,6 +16,10 @@ protected:
     static void TearDownTestSuite() { SDL_Quit(); }
 
     void SetUp() override { Engine::init(); }
+    void TearDown() override {
+        ControllerManager::clear();
+        Engine::clear();
+    }
 
     static void pushKey(SDLKey key, SDLMod mod) {
         SDL_Event event = {};
@@ -33,7 +38,7 @@ TEST_F(WindowEventsTest, CloseRequestQuits) {
     EXPECT_FALSE(Engine::isRunning());
 }
 
-TEST_F(WindowEventsTest, AltF4WithEitherAltQuitsAndF4AloneDoesNot) {
+TEST_F(WindowEventsTest, AltF4WithLeftAltQuitsAndF4AloneDoesNot) {
     pushKey(SDLK_F4, KMOD_NONE);
     pushKey(SDLK_F5, KMOD_LALT);
     pushKey(SDLK_F4, KMOD_LCTRL);
@@ -43,8 +48,9 @@ TEST_F(WindowEventsTest, AltF4WithEitherAltQuitsAndF4AloneDoesNot) {
     pushKey(SDLK_F4, KMOD_LALT);
     pumpWindowEvents();
     EXPECT_FALSE(Engine::isRunning());
+}
 
-    Engine::init();
+TEST_F(WindowEventsTest, AltF4WithRightAltQuits) {
     pushKey(SDLK_F4, static_cast<SDLMod>(KMOD_RALT | KMOD_NUM));
     pumpWindowEvents();
     EXPECT_FALSE(Engine::isRunning());
