@@ -83,7 +83,6 @@ int main(int argc, char** argv) {
     SpriteSheetView view;
     if (!view.init(options.sprite)) {
         fprintf(stderr, "spriteview: %s has no animations to show\n", options.sprite.c_str());
-        Render::clear();
         return 1;
     }
     view.showPage(options.page);
@@ -114,7 +113,9 @@ int main(int argc, char** argv) {
     view.clear();
     SpriteManager::clear();
     ImageManager::clear();
-    Render::clear();
     Resource::clear();
+    // The window goes with the process: SDL_Quit would unload the GL driver
+    // first, and the leak checker could then no longer tell the driver's own
+    // allocations from ours.
     return 0;
 }
