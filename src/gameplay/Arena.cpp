@@ -102,8 +102,18 @@ void Arena::sortCharactersByDepth() {
 void Arena::draw() {
     if (objectType == OBJECT_SERVER) return;
     Render::drawSprite(&background, 0.0f, 0.0f, 0.0f, 0.0f);
+    // "back" layers stand behind the fighters, "front" ones before them;
+    // effects such as speech bubbles stay on top of both.
+    drawLayers(false);
     for (Character* character : characters) character->draw();
+    drawLayers(true);
     for (Effect* effect : effects) effect->draw();
+}
+
+void Arena::drawLayers(bool front) {
+    for (ArenaLayer* layer : layers)
+        if ((layer->position.z > 0.0f) == front)
+            Render::drawSprite(&layer->sprite, layer->position.x, layer->position.y, 0.0f, 0.0f);
 }
 
 void Arena::clear() {

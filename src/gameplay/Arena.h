@@ -80,4 +80,5 @@ public:
 private:
     void resetShape();
     void sortCharactersByDepth();
+    void drawLayers(bool front);
 };

@@ -95,4 +95,20 @@ TEST_F(CharacterDrawTest, ServerWorldsDrawNothing) {
     EXPECT_EQ(pixelAt(400, 445), empty);
 }
 
+TEST_F(CharacterDrawTest, BackLayersStandBehindTheFightersAndFrontLayersBeforeThem) {
+    // The blue shadow picture as a layer over the middle of the red body.
+    arena.addLayer(Vector(400.0f, 442.0f, -1.0f, 0.0f), DATA + "shadow.xml");
+    arena.draw();
+    std::array<uint8_t, 4> behind = pixelAt(400, 442);
+    EXPECT_GT(behind[0], 200);
+    EXPECT_LT(behind[2], 50);
+
+    Render::flip();
+    arena.layers.back()->position.z = 1.0f;
+    arena.draw();
+    std::array<uint8_t, 4> before = pixelAt(400, 442);
+    EXPECT_LT(before[0], 50);
+    EXPECT_GT(before[2], 200);
+}
+
 }  // namespace
