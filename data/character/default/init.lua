@@ -14,7 +14,7 @@ end
 
 function init()
     setUpFighter(DIR, {name = "Mowca", moveSpeed = 130, voiceVolume = 3, speakSpeed = 0.45,
-                       lungCapacity = 100, airUsage = 30, hp = 400})
+                       lungCapacity = 100, airUsage = 30, hp = 560})
     addCombo(battleCry, {"defend", "charge", "say"})
 end
 

@@ -13,8 +13,8 @@ function puff()
 end
 
 function init()
-    setUpFighter(DIR, {name = "Ropuch", moveSpeed = 85, voiceVolume = 3.3, speakSpeed = 0.55,
-                       lungCapacity = 150, airUsage = 55, hp = 400})
+    setUpFighter(DIR, {name = "Ropuch", moveSpeed = 85, voiceVolume = 3.6, speakSpeed = 0.6,
+                       lungCapacity = 160, airUsage = 75, hp = 620})
     addCombo(puff, {"charge", "say", "defend"})
 end
 

@@ -13,7 +13,7 @@ end
 
 function init()
     setUpFighter(DIR, {name = "Sroka", moveSpeed = 190, voiceVolume = 2.5, speakSpeed = 0.25,
-                       lungCapacity = 90, airUsage = 18, hp = 370})
+                       lungCapacity = 90, airUsage = 18, hp = 510})
     addCombo(hop, {"move-left", "move-right", "move-left"})
     addCombo(hop, {"move-right", "move-left", "move-right"})
 end
