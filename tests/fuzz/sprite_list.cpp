@@ -19,14 +19,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     SpriteListFormat::parse(*sprite, std::string(reinterpret_cast<const char*>(data), size), "fuzz.txt");
     // The instance deletes the sprite when it goes.
     Graphics::SpriteInstance instance(sprite);
-    int32_t sum = 0;
+    // Unsigned so that huge sizes from the file wrap instead of overflowing.
+    uint32_t sum = 0;
     for (int32_t anim = 0; anim <= instance.animCount(); ++anim) {
         instance.setAnim(anim);
         for (int32_t slot = 0; slot < Graphics::DIR_SLOTS; ++slot) {
             instance.setDir(slot);
             for (int32_t step = 0; step < 3; ++step) {
                 instance.update(0.4f);
-                sum += instance.getW() + instance.getSY();
+                sum += static_cast<uint32_t>(instance.getW()) + static_cast<uint32_t>(instance.getSY());
             }
         }
     }
