@@ -5,26 +5,26 @@
 #include "TestSupport.h"
 #include "resources/IniFile.h"
 
-using TestSupport::ScopedTempDir;
 using TestSupport::writeFile;
 
 namespace {
 
 class IniFileTest : public ::testing::Test {
 protected:
-    ScopedTempDir dir;
+    TestSupport::ScopedTempDir dir;
     IniFile ini;
 };
 
-TEST_F(IniFileTest, ReadsOnlyTheNamedSectionUntilTheNextHead) {
+TEST_F(IniFileTest, ReadsOnlyTheExactlyNamedSectionWithTheFirstSeparatorAndRawValues) {
     writeFile("f.ini",
               "a=outside\n"
-              "[Other]\nb=1\n"
-              "[main]\n"
+              "[Main]\nb=1\n"
+              "[main]\r\n"  // the head is read up to "]", so a CR behind it is harmless
               "; a=comment\n"
               "a=b=c\n"
               " key = spaced \n"
-              "=zero\n"
+              "=a=b\n"  // "=" at the very start is no separator
+              "cr=v\r\n"
               "x=1\n"
               "x=2\n"
               "[after]\n"
@@ -32,44 +32,24 @@ TEST_F(IniFileTest, ReadsOnlyTheNamedSectionUntilTheNextHead) {
     ASSERT_TRUE(ini.load("f.ini", "main"));
     EXPECT_EQ(ini.get("a"), "b=c");
     EXPECT_EQ(ini.get(" key "), " spaced ");
+    EXPECT_EQ(ini.get("=a"), "b");
+    EXPECT_EQ(ini.get("cr"), "v\r");
     EXPECT_EQ(ini.get("x"), "2");
     EXPECT_EQ(ini.get("b"), "");
     EXPECT_EQ(ini.get("c"), "");
-    // "=" at the very start is no separator: the next one is.
-    writeFile("g.ini", "[s]\n=a=b\n");
-    ASSERT_TRUE(ini.load("g.ini", "s"));
-    EXPECT_EQ(ini.get("=a"), "b");
 }
 
-TEST_F(IniFileTest, SectionNamesAreExactAndAHeadWithoutBracketRunsToTheLineEnd) {
-    writeFile("f.ini", "[Main]\na=1\n[main\nb=2\n");
-    ASSERT_TRUE(ini.load("f.ini", "main"));
-    EXPECT_EQ(ini.get("a"), "");
-    EXPECT_EQ(ini.get("b"), "2");
-}
-
-TEST_F(IniFileTest, CarriageReturnsStayInTheValue) {
-    writeFile("f.ini", "[s]\r\nk=v\r\n");
-    // The head itself reads "s" up to "]", so the section is found.
-    ASSERT_TRUE(ini.load("f.ini", "s"));
-    EXPECT_EQ(ini.get("k"), "v\r");
-}
-
-TEST_F(IniFileTest, TheSeparatorIsLookedForOnlyIn1024Characters) {
-    std::string farSeparator = std::string(1024, 'k') + "=v";
-    std::string longNoSeparator = std::string(1030, 'z');
-    std::string exactlyLimit = std::string(1024, 'y');
-    writeFile("f.ini", "[s]\n" + farSeparator + "\n" + longNoSeparator + "\n" + exactlyLimit + "\n" +
-                           std::string(1023, 'n') + "=near\n");
+TEST_F(IniFileTest, AHeadWithoutBracketRunsToTheLineEndAndTheSeparatorIsLookedForIn1024Characters) {
+    writeFile("f.ini", "[s\n" + std::string(1024, 'k') + "=v\n" + std::string(1030, 'z') + "\n" +
+                           std::string(1024, 'y') + "\n" + std::string(1023, 'n') + "=near\n");
     ASSERT_TRUE(ini.load("f.ini", "s"));
     EXPECT_EQ(ini.get(std::string(1024, 'k')), "v");
     EXPECT_EQ(ini.get(std::string(1024, 'z')), "zzzzz");
     EXPECT_EQ(ini.get(std::string(1023, 'n')), "near");
-    // The 1024-character line without "=" added nothing.
     EXPECT_EQ(ini.get(std::string(1024, 'y')), "");
 }
 
-TEST_F(IniFileTest, UnknownKeysAreAddedAndAMissingFileKeepsTheOldValues) {
+TEST_F(IniFileTest, AMissingFileKeepsTheOldValuesAndAMissingSectionEmptiesThem) {
     writeFile("f.ini", "[s]\nk=v\n");
     ASSERT_TRUE(ini.load("f.ini", "s"));
     std::string out = "stale";
@@ -77,7 +57,6 @@ TEST_F(IniFileTest, UnknownKeysAreAddedAndAMissingFileKeepsTheOldValues) {
     EXPECT_EQ(out, "");
     EXPECT_FALSE(ini.load("nope.ini", "s"));
     EXPECT_EQ(ini.get("k"), "v");
-    // A file without the section empties the map and still succeeds.
     writeFile("e.ini", "k=top\n");
     EXPECT_TRUE(ini.load("e.ini", "s"));
     EXPECT_EQ(ini.get("k"), "");

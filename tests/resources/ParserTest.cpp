@@ -67,39 +67,33 @@ TEST(ParserTest, IndicesOutsideTheTokensPrintOneLineAndChangeNothing) {
               "FAIL: Parser.add: Element -2 nie istnieje\n");
 }
 
+// Each edit works on "a/b/c" with "/" as the first delimiter.
 TEST(ParserTest, EditsInsertAndRemoveWithTheFirstDelimiter) {
-    Parser p("a/b/c", "/\\");
-    p.add(-1, "s");
-    EXPECT_EQ(p.text(), "s/a/b/c");
-    p.add(1, "m");
-    EXPECT_EQ(p.text(), "s/a/m/b/c");
-    // Behind the last token the pair is appended as it is, joining that token.
-    p.add(4, "e");
-    EXPECT_EQ(p.text(), "s/a/m/b/ce/");
-    p.add(99, "x");
-    EXPECT_EQ(p.text(), "s/a/m/b/ce/x");
-    EXPECT_EQ(p.count(), 6);
-
-    p.setText("a//b/c");
-    p.del(0);
-    EXPECT_EQ(p.text(), "b/c");
-    p.setText("a/b/c");
-    p.del(2);
-    EXPECT_EQ(p.text(), "a/b/");
-    p.setText("a/b/c");
-    p.swap(1, "X");
-    EXPECT_EQ(p.text(), "a/X/c");
-    p.swap(0, "Y");
-    EXPECT_EQ(p.text(), "Y/X/c");
-    p.swap(2, "Z");
-    EXPECT_EQ(p.text(), "Y/X/Z/");
-}
-
-TEST(ParserTest, ReplacingTheLastPartOfAPath) {
-    Parser path("character/x\\body.xml", "/\\");
-    path.del(path.count() - 1);
-    path.add(path.count(), "body.png");
-    EXPECT_EQ(path.text(), "character/x\\body.png");
+    struct Case {
+        const char* what;
+        void (*edit)(Parser&);
+        const char* text;
+    };
+    const Case cases[] = {
+        {"add in front", [](Parser& p) { p.add(-1, "s"); }, "s/a/b/c"},
+        {"add inside", [](Parser& p) { p.add(0, "m"); }, "a/m/b/c"},
+        // Behind the last token the pair is appended as it is, joining that token.
+        {"add behind the last", [](Parser& p) { p.add(2, "e"); }, "a/b/ce/"},
+        {"add past the end", [](Parser& p) { p.add(99, "x"); }, "a/b/cx"},
+        {"del takes the delimiters behind", [](Parser& p) { p.setText("a//b/c").del(0); }, "b/c"},
+        {"del of the last keeps those in front", [](Parser& p) { p.del(2); }, "a/b/"},
+        {"replace the last part of a path", [](Parser& p) { p.del(2); p.add(p.count(), "d"); }, "a/b/d"},
+        {"swap inside", [](Parser& p) { p.swap(1, "X"); }, "a/X/c"},
+        {"swap first", [](Parser& p) { p.swap(0, "Y"); }, "Y/b/c"},
+        {"swap last", [](Parser& p) { p.swap(2, "Z"); }, "a/b/Z/"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        Parser p("a/b/c", "/\\");
+        c.edit(p);
+        EXPECT_EQ(p.text(), c.text);
+        EXPECT_EQ(p.count(), Parser(c.text, "/").count());
+    }
 }
 
 TEST(LanguageFileTest, ReadsOneSectionOfThePlainFileBesideTheGame) {

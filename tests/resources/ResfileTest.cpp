@@ -70,87 +70,58 @@ TEST_F(ResfileTest, LoadsPlainAndCompressedEntriesByNameAndPosition) {
     EXPECT_EQ(std::string(whole.get(), 4), "CRES");
 }
 
-TEST_F(ResfileTest, ReopeningTheSamePathKeepsTheTableAndAnotherPathReplacesIt) {
-    CresWriter::write("a.cres", {plain("one", "1")});
-    CresWriter::write("b.cres", {plain("two", "2")});
-    ASSERT_TRUE(resfile.open("a.cres"));
-    // Overwritten on disk: a reopen of the same path must not read it again.
-    CresWriter::write("a.cres", {plain("other", "x")});
-    ASSERT_TRUE(resfile.open("a.cres"));
-    EXPECT_TRUE(resfile.exists("one"));
-    ASSERT_TRUE(resfile.open("b.cres"));
-    EXPECT_FALSE(resfile.exists("one"));
-    EXPECT_TRUE(resfile.exists("two"));
-}
-
-TEST_F(ResfileTest, DuplicateNamesGoToTheLaterEntryAndNamesEndAtAZeroByte) {
+TEST_F(ResfileTest, ReopeningTheSamePathKeepsTheTableAndLaterDuplicatesWin) {
     CresWriter::write("a.cres", {plain("dup", "first"), plain("dup", "second"),
                                  plain(std::string("cut\0tail", 8), "z")});
+    CresWriter::write("b.cres", {plain("two", "2")});
     ASSERT_TRUE(resfile.open("a.cres"));
     EXPECT_EQ(resfile.count("a.cres"), 3u);
     EXPECT_EQ(loaded(resfile, "dup"), "second");
     EXPECT_EQ(resfile.name(0u), "");
-    EXPECT_EQ(loaded(resfile, "cut"), "z");
+    EXPECT_EQ(loaded(resfile, "cut"), "z");  // names end at a zero byte
+    // Overwritten on disk: a reopen of the same path must not read it again.
+    CresWriter::write("a.cres", {plain("other", "x")});
+    ASSERT_TRUE(resfile.open("a.cres"));
+    EXPECT_TRUE(resfile.exists("dup"));
+    ASSERT_TRUE(resfile.open("b.cres"));
+    EXPECT_FALSE(resfile.exists("dup"));
+    EXPECT_TRUE(resfile.exists("two"));
 }
 
-TEST_F(ResfileTest, RefusesMissingShortAndForeignFiles) {
+TEST_F(ResfileTest, ArchivesThatLieAreRefusedWithTheirReason) {
+    const std::string good = CresWriter::serialize({plain("name", "content")});
+    auto patched = [&](size_t at, uint32_t value) {
+        std::string bytes = good;
+        patchU32(bytes, at, value);
+        return bytes;
+    };
+    const std::string noTable = "FAIL: Resfile.open: Nie udalo sie dodac info o pliku do tablicy \"";
+    const struct {
+        const char* file;
+        std::string bytes;
+        std::string message;
+    } cases[] = {
+        {"four", "CRES", "FAIL: Resfile.open: Brak naglowka \"four\""},
+        {"v1", std::string("CRES\x01", 5) + std::string(8, '\0'), "FAIL: Resfile.open: Nieobslugiwana wersja resfile \"v1\""},
+        {"v3", std::string("CRES\x03", 5) + std::string(8, '\0'), "FAIL: Resfile.open: Nieobslugiwana wersja resfile \"v3\""},
+        {"cut", std::string("CRES\x02\0\0", 7), "FAIL: Resfile.open: Brak naglowka \"cut\""},
+        {"count", patched(ENTRY_COUNT_AT, 2), noTable + "count\""},
+        {"absurd", patched(ENTRY_COUNT_AT, 0xFFFFFFFFu), noTable + "absurd\""},
+        {"broken", good.substr(0, FIRST_STORED_SIZE_AT + 2), noTable + "broken\""},
+        {"long", patched(FIRST_OFFSET_AT + 9, 1000),  // nameLength of the first entry
+         "FAIL: Resfile.open: Nie udalo sie zajac miejsca na nazwe pliku \"long\" (1000)"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.file);
+        writeFile(c.file, c.bytes);
+        CapturedStdout out;
+        EXPECT_FALSE(resfile.open(c.file));
+        EXPECT_FALSE(resfile.exists("name"));
+        EXPECT_EQ(out.text(), c.message + "\n");
+    }
     CapturedStdout out;
     EXPECT_FALSE(resfile.open("missing.cres"));
     EXPECT_EQ(out.text(), "");  // the caller reports a missing file
-
-    writeFile("four", "CRES");
-    EXPECT_FALSE(resfile.open("four"));
-    writeFile("v1", std::string("CRES\x01", 5) + std::string(8, '\0'));
-    EXPECT_FALSE(resfile.open("v1"));
-    writeFile("v3", std::string("CRES\x03", 5) + std::string(8, '\0'));
-    EXPECT_FALSE(resfile.open("v3"));
-    writeFile("cut", std::string("CRES\x02\0\0", 7));
-    EXPECT_FALSE(resfile.open("cut"));
-    EXPECT_EQ(out.text(),
-              "FAIL: Resfile.open: Brak naglowka \"four\"\n"
-              "FAIL: Resfile.open: Nieobslugiwana wersja resfile \"v1\"\n"
-              "FAIL: Resfile.open: Nieobslugiwana wersja resfile \"v3\"\n"
-              "FAIL: Resfile.open: Brak naglowka \"cut\"\n");
-}
-
-TEST_F(ResfileTest, AnEmptyTableOpensAndFindsNothing) {
-    CresWriter::write("a.cres", {});
-    ASSERT_TRUE(resfile.open("a.cres"));
-    CapturedStdout out;
-    EXPECT_EQ(resfile.load("anything"), nullptr);
-    EXPECT_EQ(resfile.load("a.cres", 0u), nullptr);
-    EXPECT_EQ(resfile.load("x"), nullptr);
-    EXPECT_EQ(out.text(),
-              "FAIL: Resfile.load: Nie znaleziono pliku \"anything\"\n"
-              "FAIL: Resfile.load: Nie znaleziono pliku 0\n"
-              "FAIL: Resfile.load: Zla nazwa pliku (\"x\")\n");
-}
-
-TEST_F(ResfileTest, TablesThatLieAboutTheirLengthAreRefused) {
-    std::string good = CresWriter::serialize({plain("name", "content")});
-    std::string countTooLarge = good;
-    patchU32(countTooLarge, ENTRY_COUNT_AT, 2);
-    std::string absurdCount = good;
-    patchU32(absurdCount, ENTRY_COUNT_AT, 0xFFFFFFFFu);
-    std::string brokenOff = good.substr(0, FIRST_STORED_SIZE_AT + 2);
-    std::string longName = good;
-    patchU32(longName, FIRST_OFFSET_AT + 9, 1000);  // nameLength of the first entry
-
-    writeFile("count", countTooLarge);
-    writeFile("absurd", absurdCount);
-    writeFile("broken", brokenOff);
-    writeFile("name", longName);
-    CapturedStdout out;
-    EXPECT_FALSE(resfile.open("count"));
-    EXPECT_FALSE(resfile.open("absurd"));
-    EXPECT_FALSE(resfile.open("broken"));
-    EXPECT_FALSE(resfile.open("name"));
-    EXPECT_FALSE(resfile.exists("name"));
-    EXPECT_EQ(out.text(),
-              "FAIL: Resfile.open: Nie udalo sie dodac info o pliku do tablicy \"count\"\n"
-              "FAIL: Resfile.open: Nie udalo sie dodac info o pliku do tablicy \"absurd\"\n"
-              "FAIL: Resfile.open: Nie udalo sie dodac info o pliku do tablicy \"broken\"\n"
-              "FAIL: Resfile.open: Nie udalo sie zajac miejsca na nazwe pliku \"name\" (1000)\n");
 }
 
 TEST_F(ResfileTest, EntriesWhoseBytesLieOutsideTheFileFailAlone) {

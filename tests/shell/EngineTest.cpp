@@ -10,8 +10,8 @@ namespace {
 
 std::vector<std::string> calls;
 
-// Records every call of the stack into `calls`, and what it saw on top
-// while it resumed.
+// Records every call of the stack into `calls`, and what stood on top when
+// it was initialised and resumed.
 class RecordingState : public GameState {
 public:
     RecordingState(std::string n, int t = STATE_MENU) : name(std::move(n)), type(t) {}
@@ -31,7 +31,6 @@ public:
     void resume() override {
         calls.push_back(name + ".resume");
         GameState* upper = Engine::top();
-        seenOnTopType = upper->getType();
         if (upper->getType() == STATE_ARENA_SELECT) handedBack = static_cast<RecordingState*>(upper)->result;
     }
     int getType() override { return type; }
@@ -40,7 +39,6 @@ public:
     int type;
     std::string result;
     std::string handedBack;
-    int seenOnTopType = -1;
     GameState* topDuringInit = nullptr;
     float lastDt = -1.0f;
     bool popOnUpdate = false;
@@ -54,73 +52,46 @@ protected:
         Engine::init();
     }
     void TearDown() override { Engine::clear(); }
+    using Calls = std::vector<std::string>;
 };
 
-TEST_F(EngineTest, PushPausesTheOldTopBeforeInitOfTheNewOneWhichIsAlreadyTop) {
-    auto* lower = new RecordingState("lower");
-    Engine::push(lower);
-    auto* upper = new RecordingState("upper");
-    Engine::push(upper);
-    EXPECT_EQ(calls, (std::vector<std::string>{"lower.init", "lower.pause", "upper.init"}));
-    EXPECT_EQ(lower->topDuringInit, lower);
-    EXPECT_EQ(upper->topDuringInit, upper);
-    EXPECT_EQ(Engine::depth(), 2u);
-}
-
-TEST_F(EngineTest, PopResumesTheLowerWhileTheUpperIsStillTopAndHandsBackItsResult) {
+TEST_F(EngineTest, PushPausesBeforeInitAndPopResumesWhileTheUpperIsStillTop) {
     auto* lower = new RecordingState("lower");
     Engine::push(lower);
     auto* upper = new RecordingState("upper", GameState::STATE_ARENA_SELECT);
     upper->result = "osmiornica";
     Engine::push(upper);
+    EXPECT_EQ(calls, (Calls{"lower.init", "lower.pause", "upper.init"}));
+    EXPECT_EQ(lower->topDuringInit, lower);
+    EXPECT_EQ(upper->topDuringInit, upper);
+
+    calls.clear();
+    Engine::update(0.125f);
+    Engine::draw();
+    EXPECT_EQ(calls, (Calls{"upper.update", "upper.draw"}));
+    EXPECT_FLOAT_EQ(upper->lastDt, 0.125f);
+
     calls.clear();
     Engine::pop();
-    EXPECT_EQ(calls, (std::vector<std::string>{"lower.resume", "upper.clear", "upper.delete"}));
-    EXPECT_EQ(lower->seenOnTopType, GameState::STATE_ARENA_SELECT);
+    EXPECT_EQ(calls, (Calls{"lower.resume", "upper.clear", "upper.delete"}));
     EXPECT_EQ(lower->handedBack, "osmiornica");
     EXPECT_EQ(Engine::top(), lower);
     EXPECT_TRUE(Engine::isRunning());
 }
 
-TEST_F(EngineTest, PoppingTheLastStateDeletesItWithoutResumeAndStopsTheRun) {
-    Engine::push(new RecordingState("only"));
-    calls.clear();
-    Engine::pop();
-    EXPECT_EQ(calls, (std::vector<std::string>{"only.clear", "only.delete"}));
-    EXPECT_FALSE(Engine::isRunning());
-    EXPECT_EQ(Engine::depth(), 0u);
-}
-
-TEST_F(EngineTest, PopOnAnEmptyStackChangesNothing) {
+TEST_F(EngineTest, PoppingTheLastStateStopsTheRunAndAnEmptyPopDoesNothing) {
     Engine::pop();
     EXPECT_TRUE(Engine::isRunning());
-    Engine::quit();
-    Engine::pop();
-    EXPECT_FALSE(Engine::isRunning());
-    EXPECT_TRUE(calls.empty());
-}
 
-TEST_F(EngineTest, OnlyTheTopIsUpdatedAndDrawnWithTheFrameTime) {
-    auto* lower = new RecordingState("lower");
-    Engine::push(lower);
-    auto* upper = new RecordingState("upper");
-    Engine::push(upper);
-    calls.clear();
-    Engine::update(0.125f);
-    Engine::draw();
-    EXPECT_EQ(calls, (std::vector<std::string>{"upper.update", "upper.draw"}));
-    EXPECT_FLOAT_EQ(upper->lastDt, 0.125f);
-}
-
-TEST_F(EngineTest, AStateThatPopsItselfInUpdateLeavesAnEmptyFrameBehind) {
     auto* only = new RecordingState("only");
     only->popOnUpdate = true;
     Engine::push(only);
     calls.clear();
     Engine::update(0.01f);
     Engine::draw();  // must not touch the deleted state
-    EXPECT_EQ(calls, (std::vector<std::string>{"only.update", "only.clear", "only.delete"}));
+    EXPECT_EQ(calls, (Calls{"only.update", "only.clear", "only.delete"}));
     EXPECT_FALSE(Engine::isRunning());
+    EXPECT_EQ(Engine::depth(), 0u);
 }
 
 TEST_F(EngineTest, QuitLeavesTheStackAndClearGoesTopFirstWithoutResume) {
@@ -133,7 +104,7 @@ TEST_F(EngineTest, QuitLeavesTheStackAndClearGoesTopFirstWithoutResume) {
     EXPECT_EQ(Engine::depth(), 3u);
     EXPECT_TRUE(calls.empty());
     Engine::clear();
-    EXPECT_EQ(calls, (std::vector<std::string>{"c.clear", "c.delete", "b.clear", "b.delete", "a.clear", "a.delete"}));
+    EXPECT_EQ(calls, (Calls{"c.clear", "c.delete", "b.clear", "b.delete", "a.clear", "a.delete"}));
     EXPECT_EQ(Engine::depth(), 0u);
 }
 

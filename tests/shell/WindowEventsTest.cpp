@@ -7,53 +7,37 @@
 
 namespace {
 
-class WindowEventsTest : public ::testing::Test {
-protected:
-    static void SetUpTestSuite() {
-        ASSERT_EQ(SDL_Init(SDL_INIT_VIDEO), 0);
-        ASSERT_NE(SDL_SetVideoMode(64, 64, 32, 0), nullptr);
-    }
-    static void TearDownTestSuite() { SDL_Quit(); }
-
-    void SetUp() override { Engine::init(); }
-    void TearDown() override {
-        ControllerManager::clear();
-        Engine::clear();
-    }
-
-    static void pushKey(SDLKey key, SDLMod mod) {
-        SDL_Event event = {};
-        event.type = SDL_KEYDOWN;
-        event.key.keysym.sym = key;
-        event.key.keysym.mod = mod;
-        SDL_PushEvent(&event);
-    }
-};
-
-TEST_F(WindowEventsTest, CloseRequestQuits) {
+void push(Uint8 type, SDLKey key = SDLK_UNKNOWN, int mod = KMOD_NONE) {
     SDL_Event event = {};
-    event.type = SDL_QUIT;
+    event.type = type;
+    event.key.keysym.sym = key;
+    event.key.keysym.mod = static_cast<SDLMod>(mod);
     SDL_PushEvent(&event);
-    pumpWindowEvents();
-    EXPECT_FALSE(Engine::isRunning());
 }
 
-TEST_F(WindowEventsTest, AltF4WithLeftAltQuitsAndF4AloneDoesNot) {
-    pushKey(SDLK_F4, KMOD_NONE);
-    pushKey(SDLK_F5, KMOD_LALT);
-    pushKey(SDLK_F4, KMOD_LCTRL);
+// Runs init, pushes the events and reports whether the game still runs after the pump.
+template <class Push>
+bool runsAfter(Push pushEvents) {
+    Engine::init();
+    pushEvents();
     pumpWindowEvents();
-    EXPECT_TRUE(Engine::isRunning());
-
-    pushKey(SDLK_F4, KMOD_LALT);
-    pumpWindowEvents();
-    EXPECT_FALSE(Engine::isRunning());
+    return Engine::isRunning();
 }
 
-TEST_F(WindowEventsTest, AltF4WithRightAltQuits) {
-    pushKey(SDLK_F4, static_cast<SDLMod>(KMOD_RALT | KMOD_NUM));
-    pumpWindowEvents();
-    EXPECT_FALSE(Engine::isRunning());
+TEST(WindowEventsTest, CloseRequestAndAltF4WithEitherAltQuitButF4AloneDoesNot) {
+    ASSERT_EQ(SDL_Init(SDL_INIT_VIDEO), 0) << SDL_GetError();
+    ASSERT_NE(SDL_SetVideoMode(64, 64, 32, 0), nullptr);
+    EXPECT_FALSE(runsAfter([] { push(SDL_QUIT); }));
+    EXPECT_TRUE(runsAfter([] {
+        push(SDL_KEYDOWN, SDLK_F4);
+        push(SDL_KEYDOWN, SDLK_F5, KMOD_LALT);
+        push(SDL_KEYDOWN, SDLK_F4, KMOD_LCTRL);
+    }));
+    EXPECT_FALSE(runsAfter([] { push(SDL_KEYDOWN, SDLK_F4, KMOD_LALT); }));
+    EXPECT_FALSE(runsAfter([] { push(SDL_KEYDOWN, SDLK_F4, KMOD_RALT | KMOD_NUM); }));
+    ControllerManager::clear();
+    Engine::clear();
+    SDL_Quit();
 }
 
 }  // namespace
