@@ -71,6 +71,14 @@ protected:
         return value;
     }
 
+    // The C function a global names, or null.
+    lua_CFunction native(const char* name) {
+        lua_getglobal(lua.getState(), name);
+        lua_CFunction function = lua_tocfunction(lua.getState(), -1);
+        lua_settop(lua.getState(), 0);
+        return function;
+    }
+
     Arena arena;
     Character fighters[3];
     Lua lua;

@@ -32,8 +32,6 @@ TEST_F(ScriptCallTest, OnTheServerSetCharacterLoadsNoPictures) {
     EXPECT_EQ("srv", fighters[0].name);
     EXPECT_EQ(nullptr, fighters[0].sprite.sprite);
     EXPECT_EQ(nullptr, fighters[0].speech.sprite);
-    // setSprite itself is taken away on the server.
-    EXPECT_EQ("", run("setSprite('nowhere.xml')"));
 }
 
 TEST_F(ScriptCallTest, SetUpCallsWantTheirOwnObjectAndATable) {
