@@ -1,5 +1,7 @@
 #include "TestSupport.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
@@ -40,6 +42,9 @@ CapturedStdout::~CapturedStdout() {
     fflush(stdout);
     dup2(savedFd, fileno(stdout));
     close(savedFd);
+    // GoogleTest reports failures on standard output too: a failed test
+    // shows what was captured, its own reports among it.
+    if (::testing::Test::HasFailure()) fputs(readFile(file).c_str(), stdout);
     unlink(file.c_str());
 }
 

@@ -12,7 +12,9 @@ namespace {
 
 // Runs botsim in the staged game directory; its report lands in `output`.
 int botsim(const std::string& arguments, std::string& output) {
-    std::string out = std::string(KORVANE_BINARY_DIR) + "/botsim-test.txt";
+    // One report file per test: ctest runs the tests of this file side by side.
+    std::string out = std::string(KORVANE_BINARY_DIR) + "/botsim-" +
+                      ::testing::UnitTest::GetInstance()->current_test_info()->name() + ".txt";
     std::string command = "cd '" KORVANE_BINARY_DIR "/game' && ../tools/botsim " + arguments + " >'" + out + "' 2>&1";
     int status = system(command.c_str());
     output = TestSupport::readFile(out);

@@ -1,218 +1,138 @@
-// The sprite files, pictures and words under data/: every frame lies inside
-// its image, fighters have every animation the game asks for in both
-// directions, the font covers every byte it may be asked to show.
+// The sprite files, pictures and words under data/, read through the game's
+// own loaders: every sprite loads into a texture with every frame inside its
+// image, fighters have every animation facing both ways with the mouth
+// marked, the font covers every byte, and the screens find all their words.
 #include <gtest/gtest.h>
 
-#include <tinyxml.h>
+#include <SDL_image.h>
 
-#include <cstdint>
 #include <filesystem>
 #include <map>
-#include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "ContentList.h"
 #include "TestSupport.h"
+#include "graphics/Image.h"
+#include "graphics/Render.h"
+#include "graphics/Sprite.h"
+#include "graphics/SpriteManager.h"
+#include "resources/IniFile.h"
 
 namespace fs = std::filesystem;
+using Graphics::Frame;
 
 namespace {
 
-const fs::path DATA = fs::path(KORVANE_SOURCE_DIR) / "data";
-
-struct Size {
-    int w = 0, h = 0;
-};
-
-uint32_t bigEndian32(const std::string& b, size_t at) {
-    return (uint32_t(uint8_t(b[at])) << 24) | (uint32_t(uint8_t(b[at + 1])) << 16) |
-           (uint32_t(uint8_t(b[at + 2])) << 8) | uint32_t(uint8_t(b[at + 3]));
-}
-
-Size pngSize(const std::string& file) {
-    const std::string bytes = TestSupport::readFile(file);
-    if (bytes.size() < 24 || bytes.compare(1, 3, "PNG") != 0) return {};
-    return {int(bigEndian32(bytes, 16)), int(bigEndian32(bytes, 20))};
-}
-
-Size jpegSize(const std::string& file) {
-    const std::string b = TestSupport::readFile(file);
-    for (size_t i = 2; i + 9 < b.size();) {
-        if (uint8_t(b[i]) != 0xFF) return {};
-        const uint8_t marker = uint8_t(b[i + 1]);
-        const size_t length = (uint8_t(b[i + 2]) << 8) | uint8_t(b[i + 3]);
-        if (marker == 0xC0 || marker == 0xC2)
-            return {(uint8_t(b[i + 7]) << 8) | uint8_t(b[i + 8]), (uint8_t(b[i + 5]) << 8) | uint8_t(b[i + 6])};
-        i += 2 + length;
+class ContentSprites : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        static const bool opened = Render::init(800, 600, false);
+        ASSERT_TRUE(opened) << "no window under this display";
     }
-    return {};
-}
+    void TearDown() override { SpriteManager::clear(); }
 
-struct Frame {
-    int x, y, w, h, sx, sy, ax, ay;
-};
-
-struct Anim {
-    std::string name;
-    std::map<std::string, std::vector<Frame>> dirs;  // by the dir's value, "down" when absent
-};
-
-struct SpriteFile {
-    bool parsed = false;
-    bool named = false;
-    std::string image;
-    Size imageSize;
-    std::vector<Anim> anims;
-};
-
-int intAttribute(const TiXmlElement* e, const char* name) {
-    int v = 0;
-    e->QueryIntAttribute(name, &v);
-    return v;
-}
-
-SpriteFile loadSprite(const std::string& resource) {
-    SpriteFile sprite;
-    TiXmlDocument doc;
-    const std::string text = TestSupport::readFile((DATA / resource).string());
-    doc.Parse(text.c_str());
-    const TiXmlElement* root = doc.FirstChildElement("sprite");
-    if (!root) return sprite;
-    sprite.parsed = true;
-    sprite.named = root->Attribute("name") != nullptr;
-    if (const TiXmlElement* image = root->FirstChildElement("image"); image && image->GetText()) {
-        sprite.image = (fs::path(resource).parent_path() / image->GetText()).generic_string();
-        sprite.imageSize = pngSize((DATA / sprite.image).string());
+    const Frame& firstFrame(const Graphics::Sprite& sprite, int32_t anim, int32_t slot) {
+        return sprite.anim(anim)->dir(slot)->frames.at(0);
     }
-    for (const TiXmlElement* a = root->FirstChildElement("anim"); a; a = a->NextSiblingElement("anim")) {
-        Anim anim;
-        anim.name = a->Attribute("name") ? a->Attribute("name") : "";
-        for (const TiXmlElement* d = a->FirstChildElement("dir"); d; d = d->NextSiblingElement("dir")) {
-            std::vector<Frame>& frames = anim.dirs[d->Attribute("value") ? d->Attribute("value") : "down"];
-            for (const TiXmlElement* fr = d->FirstChildElement("frame"); fr; fr = fr->NextSiblingElement("frame"))
-                frames.push_back({intAttribute(fr, "x"), intAttribute(fr, "y"), intAttribute(fr, "w"), intAttribute(fr, "h"),
-                                  intAttribute(fr, "sx"), intAttribute(fr, "sy"), intAttribute(fr, "ax"), intAttribute(fr, "ay")});
-        }
-        sprite.anims.push_back(anim);
-    }
-    return sprite;
-}
 
-std::vector<std::string> spriteFiles() {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::recursive_directory_iterator(DATA))
-        if (entry.path().extension() == ".xml") names.push_back(fs::relative(entry.path(), DATA).generic_string());
-    return names;
+    ContentList::InDataFolder here;
+};
+
+// Width and height of a picture as SDL_image decodes it; 0 by 0 when it can't.
+std::pair<int, int> pictureSize(const std::string& file) {
+    SDL_Surface* surface = IMG_Load(file.c_str());
+    if (!surface) return {0, 0};
+    std::pair<int, int> size{surface->w, surface->h};
+    SDL_FreeSurface(surface);
+    return size;
 }
 
 }  // namespace
 
-TEST(ContentSprites, EveryFrameLiesInsideItsImage) {
-    const std::vector<std::string> files = spriteFiles();
-    ASSERT_FALSE(files.empty());
-    for (const std::string& file : files) {
-        SCOPED_TRACE(file);
-        const SpriteFile sprite = loadSprite(file);
-        ASSERT_TRUE(sprite.parsed);
-        // The speech bubble is found by the file's path, which a name would replace.
-        EXPECT_FALSE(sprite.named);
-        ASSERT_GT(sprite.imageSize.w, 0) << "image " << sprite.image;
-        ASSERT_FALSE(sprite.anims.empty());
-        for (const Anim& anim : sprite.anims) {
-            ASSERT_FALSE(anim.dirs.empty()) << anim.name;
-            for (const auto& [dir, frames] : anim.dirs) {
-                ASSERT_FALSE(frames.empty()) << anim.name << " " << dir;
-                for (const Frame& f : frames) {
-                    EXPECT_TRUE(f.x >= 0 && f.y >= 0 && f.w > 0 && f.h > 0 && f.x + f.w <= sprite.imageSize.w &&
-                                f.y + f.h <= sprite.imageSize.h)
-                        << anim.name << " " << dir << " frame at " << f.x << "," << f.y;
-                }
-            }
-        }
+TEST_F(ContentSprites, EverySpriteLoadsWithItsTextureAndFramesInsideItsImage) {
+    TestSupport::CapturedStdout log;
+    int files = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(ContentList::DATA)) {
+        if (entry.path().extension() != ".xml") continue;
+        const std::string name = fs::relative(entry.path(), ContentList::DATA).generic_string();
+        SCOPED_TRACE(name);
+        Graphics::Sprite* sprite = SpriteManager::get(name);
+        ASSERT_NE(sprite, nullptr);
+        ASSERT_NE(sprite->image, nullptr);
+        EXPECT_NE(sprite->image->texture, 0u);
+        // Bubbles are made again from this name for every word, so the file names no sprite.
+        EXPECT_EQ(sprite->name, name);
+        ASSERT_GT(sprite->animCount(), 0);
+        for (int32_t a = 0; a < sprite->animCount(); ++a)
+            for (int32_t slot = 0; slot < Graphics::DIR_SLOTS; ++slot)
+                for (const Frame& f : sprite->anim(a)->dir(slot)->frames)
+                    EXPECT_TRUE(f.x >= 0 && f.y >= 0 && f.w > 0 && f.h > 0 && f.x + f.w <= sprite->image->width &&
+                                f.y + f.h <= sprite->image->height)
+                        << "anim " << a << " frame at " << f.x << "," << f.y;
+        ++files;
     }
+    EXPECT_GT(files, 10);
+    const std::string text = log.text();
+    EXPECT_EQ(text.find("FAIL"), std::string::npos) << text;
 }
 
-TEST(ContentSprites, FightersHaveEveryAnimationFacingBothWays) {
+TEST_F(ContentSprites, FightersHaveEveryAnimationFacingBothWaysWithTheMouthMarked) {
     for (const std::string& fighter : ContentList::names("character/list.txt")) {
         SCOPED_TRACE(fighter);
-        const SpriteFile body = loadSprite("character/" + fighter + "/character.xml");
-        ASSERT_TRUE(body.parsed);
-        ASSERT_FALSE(body.anims.empty());
-        EXPECT_EQ(body.anims[0].name, "idle");
-        std::set<std::string> names;
-        for (const Anim& anim : body.anims) {
-            names.insert(anim.name);
-            ASSERT_TRUE(anim.dirs.count("right") && anim.dirs.count("left")) << anim.name;
-            const std::vector<Frame>& right = anim.dirs.at("right");
-            const std::vector<Frame>& left = anim.dirs.at("left");
-            ASSERT_EQ(right.size(), left.size()) << anim.name;
-            for (size_t i = 0; i < right.size(); ++i) {
+        Graphics::Sprite* body = SpriteManager::get("character/" + fighter + "/character.xml");
+        ASSERT_NE(body, nullptr);
+        EXPECT_EQ(body->anim("idle"), body->anim(0));
+        for (const char* name : {"defending", "speaking", "moving", "falling", "dead"})
+            EXPECT_GT(body->indexOf(name), 0) << name;
+        for (int32_t a = 0; a < body->animCount(); ++a) {
+            const Graphics::Dir* right = body->anim(a)->dir(Graphics::DIR_RIGHT);
+            const Graphics::Dir* left = body->anim(a)->dir(Graphics::DIR_LEFT);
+            // The game never mirrors a picture: both ways are drawn.
+            ASSERT_NE(right, left) << "anim " << a;
+            ASSERT_EQ(right->frames.size(), left->frames.size()) << "anim " << a;
+            for (size_t i = 0; i < right->frames.size(); ++i) {
                 // The mouth sits above the feet, on the side the fighter faces.
-                EXPECT_LT(right[i].ay, 0) << anim.name;
-                EXPECT_GT(-right[i].ay, right[i].h / 4) << anim.name;
-                EXPECT_EQ(left[i].ax, -right[i].ax) << anim.name;
-                EXPECT_EQ(left[i].ay, right[i].ay) << anim.name;
+                EXPECT_GT(-right->frames[i].ay, right->frames[i].h / 4) << "anim " << a;
+                EXPECT_EQ(left->frames[i].ax, -right->frames[i].ax) << "anim " << a;
+                EXPECT_EQ(left->frames[i].ay, right->frames[i].ay) << "anim " << a;
             }
         }
-        for (const char* needed : {"defending", "speaking", "moving", "falling", "dead"})
-            EXPECT_TRUE(names.count(needed)) << needed;
-        // The height on screen: about 64 to 96 pixels of frame.
-        EXPECT_GE(body.anims[0].dirs.at("right")[0].h, 64);
-        EXPECT_LE(body.anims[0].dirs.at("right")[0].h, 112);
-
-        const SpriteFile speech = loadSprite("character/" + fighter + "/speech.xml");
-        EXPECT_GE(speech.anims.size(), 4u) << "a bubble needs several scribbles";
-        EXPECT_TRUE(loadSprite("character/" + fighter + "/shadow.xml").parsed);
+        // About 64 to 112 pixels tall on screen.
+        EXPECT_GE(firstFrame(*body, 0, Graphics::DIR_RIGHT).h, 64);
+        EXPECT_LE(firstFrame(*body, 0, Graphics::DIR_RIGHT).h, 112);
+        Graphics::Sprite* speech = SpriteManager::get("character/" + fighter + "/speech.xml");
+        ASSERT_NE(speech, nullptr);
+        EXPECT_GE(speech->animCount(), 4) << "a bubble needs several scribbles";
     }
 }
 
-TEST(ContentSprites, FontHasOneGlyphPerByteOnOneLineHeight) {
-    const SpriteFile font = loadSprite("font/font_02.xml");
-    ASSERT_EQ(font.anims.size(), 224u);  // the space and bytes 33 to 255
-    const int lineHeight = font.anims[0].dirs.at("down")[0].h;
+TEST_F(ContentSprites, FontHasOneGlyphPerByteOnOneLineHeight) {
+    Graphics::Sprite* font = SpriteManager::get("font/font_02.xml");
+    ASSERT_NE(font, nullptr);
+    ASSERT_EQ(font->animCount(), 224);  // the space and bytes 33 to 255
+    const int32_t lineHeight = firstFrame(*font, 0, Graphics::DIR_DOWN).h;
     EXPECT_GE(lineHeight, 12);
-    for (size_t i = 0; i < font.anims.size(); ++i) {
-        const std::vector<Frame>& frames = font.anims[i].dirs.at("down");
-        ASSERT_EQ(frames.size(), 1u) << "glyph " << i + 32;
-        EXPECT_EQ(frames[0].h, lineHeight) << "glyph " << i + 32;
-        EXPECT_GT(frames[0].w, 1) << "glyph " << i + 32;
+    for (int32_t glyph = 0; glyph < font->animCount(); ++glyph) {
+        EXPECT_EQ(font->anim(glyph)->dir(Graphics::DIR_DOWN)->frames.size(), 1u) << "glyph " << glyph + 32;
+        EXPECT_EQ(firstFrame(*font, glyph, Graphics::DIR_DOWN).h, lineHeight) << "glyph " << glyph + 32;
+        EXPECT_GT(firstFrame(*font, glyph, Graphics::DIR_DOWN).w, 1) << "glyph " << glyph + 32;
     }
     // A wide letter is wider than a narrow one: the glyphs are not cells.
-    EXPECT_GT(font.anims['W' - 32].dirs.at("down")[0].w, font.anims['i' - 32].dirs.at("down")[0].w);
+    EXPECT_GT(firstFrame(*font, 'W' - 32, Graphics::DIR_DOWN).w, firstFrame(*font, 'i' - 32, Graphics::DIR_DOWN).w);
 }
 
 TEST(ContentPictures, ScreenSizedPicturesAndIcon) {
-    const Size menu = jpegSize((DATA / "bg.jpg").string());
-    EXPECT_EQ(menu.w, 800);
-    EXPECT_EQ(menu.h, 600);
-    for (const char* bg : {"arena/default/bg.xml", "arena/osmiornica/bg.xml"}) {
-        const SpriteFile sprite = loadSprite(bg);
-        EXPECT_EQ(sprite.imageSize.w, 800) << bg;
-        EXPECT_EQ(sprite.imageSize.h, 600) << bg;
-    }
-    const std::string icon = TestSupport::readFile((DATA / "icon.bmp").string());
-    ASSERT_GE(icon.size(), 54u);
-    EXPECT_EQ(icon.substr(0, 2), "BM");
-    EXPECT_EQ(uint8_t(icon[18]), 32);  // width and height, little-endian
-    EXPECT_EQ(uint8_t(icon[22]), 32);
+    const std::string data = ContentList::DATA + "/";
+    for (const char* picture : {"bg.jpg", "arena/default/bg.png", "arena/osmiornica/bg.png"})
+        EXPECT_EQ(pictureSize(data + picture), std::make_pair(800, 600)) << picture;
+    SDL_Surface* icon = SDL_LoadBMP((data + "icon.bmp").c_str());
+    ASSERT_NE(icon, nullptr) << SDL_GetError();
+    EXPECT_TRUE(icon->w == 32 && icon->h == 32);
+    SDL_FreeSurface(icon);
 }
 
 TEST(ContentWords, LangIniHasEveryKeyTheScreensAskFor) {
-    std::map<std::string, std::map<std::string, std::string>> sections;
-    std::istringstream in(TestSupport::readFile((DATA / "lang.ini").string()));
-    std::string section;
-    for (std::string line; std::getline(in, line);) {
-        ASSERT_TRUE(line.empty() || line.back() != '\r') << "a carriage return would end up in the label";
-        if (line.empty() || line[0] == ';') continue;
-        if (line[0] == '[') {
-            section = line.substr(1, line.find(']') - 1);
-            continue;
-        }
-        const size_t eq = line.find('=');
-        if (eq != std::string::npos && eq > 0) sections[section][line.substr(0, eq)] = line.substr(eq + 1);
-    }
     const std::map<std::string, std::vector<std::string>> wanted = {
         {"demo_menu", {"host", "host_players", "host_bots", "host_start", "host_exit", "join", "join_ip", "join_ip_a",
                        "join_ip_b", "join_ip_c", "join_ip_d", "join_exit", "join_players", "join_start", "exit"}},
@@ -224,6 +144,11 @@ TEST(ContentWords, LangIniHasEveryKeyTheScreensAskFor) {
         {"character_select", {"return", "random", "title", "title_single"}},
         {"arena_select", {"return", "random"}},
     };
-    for (const auto& [name, keys] : wanted)
-        for (const std::string& key : keys) EXPECT_FALSE(sections[name][key].empty()) << "[" << name << "] " << key;
+    ASSERT_EQ(TestSupport::readFile(ContentList::DATA + "/lang.ini").find('\r'), std::string::npos)
+        << "a carriage return would end up in the labels";
+    for (const auto& [section, keys] : wanted) {
+        IniFile words;
+        ASSERT_TRUE(words.load(ContentList::DATA + "/lang.ini", section)) << section;
+        for (const std::string& key : keys) EXPECT_FALSE(words.get(key).empty()) << "[" << section << "] " << key;
+    }
 }
