@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <string>
 
 #include "TestSupport.h"
@@ -14,10 +13,6 @@ const char* const LINE = "FAIL: Lua.update: Error: [string \"line\"]:";
 class LuaTest : public ::testing::Test {
 protected:
     void SetUp() override { lua.start(); }
-    // gtest writes its failures to the captured stream; show them.
-    void TearDown() override {
-        if (HasFailure()) fprintf(stderr, "%s", out.text().c_str());
-    }
     bool load(const std::string& source) {
         TestSupport::writeFile("script.lua", source);
         return lua.openFile("script.lua");
