@@ -1,0 +1,47 @@
+#pragma once
+#include <SDL/SDL.h>
+#include <SDL/SDL_net.h>
+
+#include <cstdint>
+#include <list>
+#include <string>
+
+#include "network/Packet.h"
+
+// The joining side's TCP transport: one connection, polled on the main
+// thread. send writes at once; reception is drained by updatePing.
+class SocketClient {
+public:
+    SocketClient() = default;
+    SocketClient(const SocketClient&) = delete;
+    SocketClient& operator=(const SocketClient&) = delete;
+    ~SocketClient();
+
+    // Connects, blocking until the connection stands or fails. After a false
+    // result the object is not connected and can try again.
+    bool init(const std::string& host, uint16_t port);
+    // Drops the connection and everything queued; harmless when not connected.
+    void close();
+    // Writes one packet now; nothing when not connected.
+    void send(int type, uint32_t size, const void* data);
+    // One step of reception; true when another call may find more.
+    bool updateRecv();
+    // The keep-alive, then reception until nothing is left. Once a frame.
+    void updatePing();
+
+    bool isConnected() const { return socket != nullptr; }
+    // The front of the inbound queue, now the caller's; null if empty.
+    Packet* pop();
+
+    int32_t ping = 0;
+    // Bytes read from and written to the socket since the object was made.
+    uint64_t bytesIn = 0;
+    uint64_t bytesOut = 0;
+    // The millisecond clock of the pings; tests may replace it.
+    uint32_t (*now)() = SDL_GetTicks;
+
+private:
+    TCPsocket socket = nullptr;
+    SDLNet_SocketSet set = nullptr;
+    std::list<Packet*> in;
+};

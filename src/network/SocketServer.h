@@ -1,0 +1,60 @@
+#pragma once
+#include <SDL/SDL.h>
+#include <SDL/SDL_net.h>
+
+#include <cstdint>
+#include <list>
+#include <vector>
+
+#include "network/Packet.h"
+
+// The hosting side's TCP transport: a listening socket, a table of clients
+// and one worker thread that accepts, reads, writes and pings. The game on
+// the main thread sees only per-client packet queues, through the calls
+// below, each of which holds the mutex for its own read alone.
+class SocketServer {
+public:
+    struct Client;
+
+    SocketServer() = default;
+    SocketServer(const SocketServer&) = delete;
+    SocketServer& operator=(const SocketServer&) = delete;
+    ~SocketServer();
+
+    // Opens the listener on `port` for at most `maxClients` connections and
+    // starts the worker. Main thread.
+    bool init(uint16_t port, int maxClients);
+    // Queues a copy of the payload for client `id`; a free or unknown id
+    // does nothing. Either thread.
+    void send(int id, int type, uint32_t size, const void* data);
+    // Removes a client; a free or unknown id is ignored. Main thread.
+    void disconnect(int id);
+    // Stops the worker and releases everything; also what destruction does.
+    void close();
+
+    // The game's reads of the table.
+    int slotCount();
+    bool hasClient(int id);
+    int getClientCount();
+    // The front of client `id`'s inbound queue, now the caller's; null if
+    // there is none.
+    Packet* pop(int id);
+    int getPing(int id);
+    bool isRunning();
+    // Lets the worker end on its next pass; the sockets stay for close().
+    void stopRunning();
+    // Bytes read from and written to all clients since init.
+    void getTraffic(uint64_t* bytesIn, uint64_t* bytesOut);
+
+    // The millisecond clock of the pings; tests replace it before init.
+    uint32_t (*now)() = SDL_GetTicks;
+
+private:
+    TCPsocket server = nullptr;
+    SDLNet_SocketSet set = nullptr;
+    std::vector<Client*> clients;  // index = id; null = free
+    int32_t clientCount = 0;
+    bool running = false;
+    SDL_Thread* thread = nullptr;
+    SDL_mutex* mutex = nullptr;
+};
