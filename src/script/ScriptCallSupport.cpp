@@ -49,11 +49,4 @@ const char* text(lua_State* L, int index) {
     return value ? value : "";
 }
 
-float tableNumber(lua_State* L, int index, int key) {
-    lua_rawgeti(L, index, key);
-    float value = number(L, -1);
-    lua_pop(L, 1);
-    return value;
-}
-
 }  // namespace ScriptCall

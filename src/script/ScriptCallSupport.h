@@ -26,8 +26,4 @@ float number(lua_State* L, int index);
 int32_t truncated(lua_State* L, int index);
 const char* text(lua_State* L, int index);
 
-// Reads entry `key` of the table at `index` with no metamethods, so that a
-// script's table can't raise an error inside a native call.
-float tableNumber(lua_State* L, int index, int key);
-
 }  // namespace ScriptCall

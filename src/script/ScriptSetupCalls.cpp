@@ -29,8 +29,7 @@ bool isTable(lua_State* L, const char* call) {
 // Pushes field `key` of the table at `table`; false (and nothing pushed)
 // when it is absent or nil.
 bool pushField(lua_State* L, int table, const char* key) {
-    lua_pushstring(L, key);
-    lua_rawget(L, table);
+    ScriptTable::pushField(L, table, key);
     if (!lua_isnil(L, -1)) return true;
     lua_pop(L, 1);
     return false;
@@ -53,9 +52,9 @@ void addLayers(lua_State* L, int table, const char* key, float depth, Arena* tar
     if (lua_istable(L, -1)) {
         ScriptTable::forEachEntry(L, -1, [&](lua_State* S, int layer) {
             if (!lua_istable(S, layer)) return;
-            float x = ScriptCall::tableNumber(S, layer, 1);
-            float y = ScriptCall::tableNumber(S, layer, 2);
-            lua_rawgeti(S, layer, 3);
+            float x = ScriptTable::number(S, layer, 1);
+            float y = ScriptTable::number(S, layer, 2);
+            ScriptTable::pushEntry(S, layer, 3);
             std::string path = ScriptCall::text(S, -1);
             lua_pop(S, 1);
             target->addLayer(Vector(x, y, depth, 0.0f), path);
@@ -80,7 +79,7 @@ void setDimension(lua_State* L, int table, Arena* target) {
         float corner[4];
         // Whole pixels: each number is truncated before use.
         for (int i = 0; i < 4; ++i) {
-            lua_rawgeti(L, -1, i + 1);
+            ScriptTable::pushEntry(L, -1, i + 1);
             corner[i] = static_cast<float>(ScriptCall::truncated(L, -1));
             lua_pop(L, 1);
         }

@@ -4,6 +4,8 @@
 //   botsim [--rounds N] [--seed S] [--arena PATH] FIGHTER_SCRIPT FIGHTER_SCRIPT
 //
 // Run it in the staged game directory (it reads "data.ini" like the game).
+#include <unistd.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -15,6 +17,8 @@
 #include "shell/Log.h"
 
 namespace {
+
+const char* const LOG_FILE = "log.txt";
 
 int usage() {
     fprintf(stderr, "usage: botsim [--rounds N] [--seed S] [--arena PATH] FIGHTER_SCRIPT FIGHTER_SCRIPT\n");
@@ -47,8 +51,15 @@ int main(int argc, char** argv) {
     setup.fighters[0] = fighters[0];
     setup.fighters[1] = fighters[1];
 
-    // The world's own messages would drown the report.
-    Log::setFlags(Log::LOG_FAIL);
+    // The report keeps standard output; the world's own messages, some of
+    // which are written straight to standard output, go to the game's log.
+    FILE* report = fdopen(dup(fileno(stdout)), "w");
+    if (!report || !freopen(LOG_FILE, "a", stdout)) {
+        fprintf(stderr, "botsim: cannot write %s here\n", LOG_FILE);
+        return 1;
+    }
+    Log::setFlags(Log::LOG_INFO | Log::LOG_FAIL | Log::LOG_OK);
+    Log::info("botsim: Start");
     srand(seed);
     if (!Resource::open("data.ini")) {
         fprintf(stderr, "botsim: no data.ini here; run it in the staged game directory\n");
@@ -57,10 +68,12 @@ int main(int argc, char** argv) {
     BotMatch::Result result;
     bool ok = BotMatch::run(setup, result);
     Resource::clear();
+    Log::info("botsim: Stop");
     if (!ok) {
-        fprintf(stderr, "botsim: the world could not be set up (see the FAIL lines above)\n");
+        fprintf(stderr, "botsim: the world could not be set up (see %s)\n", LOG_FILE);
         return 1;
     }
-    BotMatch::print(setup, result, stdout);
+    BotMatch::print(setup, result, report);
+    fclose(report);
     return 0;
 }
