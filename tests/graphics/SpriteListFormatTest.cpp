@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "LogCapture.h"
+#include "GraphicsTest.h"
 #include "graphics/Sprite.h"
 #include "graphics/SpriteListFormat.h"
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <tinyxml.h>
 
-#include "LogCapture.h"
+#include "GraphicsTest.h"
 #include "graphics/Sprite.h"
 #include "graphics/SpriteXmlFormat.h"
 
