@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "cres/CresWriter.h"
-#include "resources/Parser.h"
 #include "resources/Resfile.h"
 #include "resources/Resource.h"
 #include "shell/Log.h"
@@ -59,17 +58,5 @@ void BM_ResourceReadPlain64K(benchmark::State& state) { readThroughResource(stat
 void BM_ResourceReadCompressed64K(benchmark::State& state) { readThroughResource(state, "packed.txt"); }
 BENCHMARK(BM_ResourceReadPlain64K);
 BENCHMARK(BM_ResourceReadCompressed64K);
-
-void BM_ParserTokenizeList(benchmark::State& state) {
-    std::string text;
-    for (int i = 0; i < 1000; ++i) text += "character/fighter" + std::to_string(i) + "/init.lua\r\n";
-    Parser parser(std::string(), "\r\n");
-    for (auto _ : state) {
-        parser.setText(text);
-        benchmark::DoNotOptimize(parser.count());
-    }
-    state.SetBytesProcessed(int64_t(state.iterations()) * int64_t(text.size()));
-}
-BENCHMARK(BM_ParserTokenizeList);
 
 }  // namespace

@@ -1,0 +1,87 @@
+// What a frame's picture costs: quads through the batch, and a text of 500
+// glyphs in the game's font, laid out and drawn. Run under a display (xvfb-run).
+#include <GL/glew.h>
+#include <SDL/SDL.h>
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <climits>
+#include <string>
+
+#include "BenchSupport.h"
+#include "graphics/ImageManager.h"
+#include "graphics/Text.h"
+
+namespace {
+
+Graphics::Image* image(int which) {
+    static Graphics::Image* images[2] = {};
+    if (!images[which] && openWindow()) {
+        SDL_Surface* s = SDL_CreateRGBSurface(SDL_SWSURFACE, 32, 32, 32, 0xff, 0xff00, 0xff0000, 0xff000000);
+        SDL_FillRect(s, nullptr, SDL_MapRGBA(s->format, 200, 100 * which, 50, 255));
+        images[which] = ImageManager::load(which ? "bench_b" : "bench_a", s);
+        SDL_FreeSurface(s);
+    }
+    return images[which];
+}
+
+// range(0) quads to the finished picture, the image changing after every `run` of them.
+void drawQuads(benchmark::State& state, int run) {
+    Graphics::Image* images[2] = {image(0), image(1)};
+    if (!images[0] || !images[1]) return state.SkipWithError("no window");
+    const int quads = static_cast<int>(state.range(0));
+    for (auto _ : state) {
+        for (int i = 0; i < quads; ++i)
+            Render::drawImage(images[i / run & 1], float(i % 700), float(i % 500), 0, 0, 0, 0);
+        Render::flush();
+        glFinish();
+    }
+    state.SetItemsProcessed(state.iterations() * quads);
+}
+void BM_QuadsOfOneImage(benchmark::State& state) { drawQuads(state, INT_MAX); }
+// The worst case: every quad changes the texture and so costs a draw call.
+void BM_QuadsOfAlternatingImages(benchmark::State& state) { drawQuads(state, 1); }
+BENCHMARK(BM_QuadsOfOneImage)->Arg(1000)->Arg(10000)->UseRealTime();
+BENCHMARK(BM_QuadsOfAlternatingImages)->Arg(1000)->UseRealTime();
+
+// 500 glyphs in words of 2 to 9 letters, centred in a box of 600 by 400.
+UI::Text* sampleText() {
+    static UI::Text* text = []() -> UI::Text* {
+        if (!openWindow() || !enterGameData()) return nullptr;
+        std::string words;
+        for (int word = 0, glyphs = 0; glyphs < 500; ++word, words += ' ') {
+            const int length = std::min(2 + word % 8, 500 - glyphs);
+            for (int i = 0; i < length; ++i) words += static_cast<char>('a' + (word + i) % 26);
+            glyphs += length;
+        }
+        auto* made = new UI::Text("font/font_02.xml", words, 600, 400, -1, -1, -1);
+        made->flags = (made->flags & ~0x3Fu) | UI::Text::FLAG_CENTRE | UI::Text::FLAG_MIDDLE;
+        return made;
+    }();
+    return text;
+}
+
+void BM_TextLayout(benchmark::State& state) {
+    UI::Text* text = sampleText();
+    if (!text) return state.SkipWithError("no window or no game data");
+    for (auto _ : state) {
+        text->dirty = true;
+        text->update();
+    }
+    state.SetItemsProcessed(state.iterations() * 500);
+}
+BENCHMARK(BM_TextLayout);
+
+void BM_TextDraw(benchmark::State& state) {
+    UI::Text* text = sampleText();
+    if (!text) return state.SkipWithError("no window or no game data");
+    text->update();
+    for (auto _ : state) {
+        text->draw(100, 100, 0, 255);
+        glFinish();
+    }
+    state.SetItemsProcessed(state.iterations() * 500);
+}
+BENCHMARK(BM_TextDraw);
+
+}  // namespace
