@@ -1,7 +1,6 @@
 // What a frame's picture costs: quads through the batch, and a text of 500
 // glyphs in the game's font, laid out and drawn. Run under a display (xvfb-run).
 #include <GL/glew.h>
-#include <SDL/SDL.h>
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -14,25 +13,22 @@
 
 namespace {
 
+// A fighter's body and shadow, which a frame draws by turns.
 Graphics::Image* image(int which) {
     static Graphics::Image* images[2] = {};
-    if (!images[which] && openWindow()) {
-        SDL_Surface* s = SDL_CreateRGBSurface(SDL_SWSURFACE, 32, 32, 32, 0xff, 0xff00, 0xff0000, 0xff000000);
-        SDL_FillRect(s, nullptr, SDL_MapRGBA(s->format, 200, 100 * which, 50, 255));
-        images[which] = ImageManager::load(which ? "bench_b" : "bench_a", s);
-        SDL_FreeSurface(s);
-    }
+    if (!images[which] && openWindow() && enterGameData())
+        images[which] = ImageManager::load(which ? "character/default/shadow.png" : "character/default/character.png");
     return images[which];
 }
 
-// range(0) quads to the finished picture, the image changing after every `run` of them.
+// range(0) quads of 32 by 32 to the finished picture, the image changing after every `run` of them.
 void drawQuads(benchmark::State& state, int run) {
     Graphics::Image* images[2] = {image(0), image(1)};
-    if (!images[0] || !images[1]) return state.SkipWithError("no window");
+    if (!images[0] || !images[1]) return state.SkipWithError("no window or no game data");
     const int quads = static_cast<int>(state.range(0));
     for (auto _ : state) {
         for (int i = 0; i < quads; ++i)
-            Render::drawImage(images[i / run & 1], float(i % 700), float(i % 500), 0, 0, 0, 0);
+            Render::drawImage(images[i / run & 1], float(i % 700), float(i % 500), 0, 0, 0, 32, 32, 0, 0, 0);
         Render::flush();
         glFinish();
     }

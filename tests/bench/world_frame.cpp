@@ -1,9 +1,8 @@
-// One frame of a world: on the server the arena's script, every fighter's
-// script, input, speech and physics; in a local world the same and drawing.
+// One frame of a world with the game's own arena and fighters: on the server
+// the scripts, input, speech and physics; in a local world the same and drawing.
 #include <benchmark/benchmark.h>
 
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "BenchSupport.h"
@@ -13,24 +12,17 @@
 
 namespace {
 
-const std::string DATA = std::string(KORVANE_SOURCE_DIR) + "/tests/data/gameplay/";
-
 struct World {
-    World(int fighters, int32_t side, const std::string& arenaScript, const std::string& fighterScript) {
+    World(int fighters, int32_t side) {
         arena.objectType = side;
-        arena.init(arenaScript);
+        arena.init("arena/osmiornica/init.lua");
         for (int i = 0; i < fighters; ++i) {
             auto& fighter = *characters.emplace_back(std::make_unique<Character>());
             fighter.objectType = side;
-            fighter.init(fighterScript);
+            fighter.init("character/default/init.lua");
             fighter.id = i;
             fighter.controller = pads.emplace_back(std::make_unique<ControllerDummy>()).get();
             fighter.maxHp = 1e9f;  // nobody dies, so every frame does full work
-            fighter.moveSpeed = 120.0f;
-            fighter.voiceVolume = 10.0f;
-            fighter.speakSpeed = 0.3f;
-            fighter.lungCapacity = 100.0f;
-            fighter.airUsage = 25.0f;
             fighter.restart();
             arena.addCharacter(&fighter);
         }
@@ -58,18 +50,18 @@ struct World {
 };
 
 void BM_ServerWorldFrame(benchmark::State& state) {
-    World world(static_cast<int>(state.range(0)), OBJECT_SERVER, DATA + "arena.lua", DATA + "bench_fighter.lua");
+    if (!enterGameData()) return state.SkipWithError("no game data");
+    World world(static_cast<int>(state.range(0)), OBJECT_SERVER);
     int frame = 0;
     for (auto _ : state) world.update(frame++);
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(BM_ServerWorldFrame)->Arg(2)->Arg(8)->Arg(64);
 
-// The game's own arena and fighters, updated, drawn and flipped in a window.
+// Updated, drawn and flipped in a window.
 void BM_LocalWorldFrameDrawn(benchmark::State& state) {
     if (!openWindow() || !enterGameData()) return state.SkipWithError("no window or no game data");
-    World world(static_cast<int>(state.range(0)), OBJECT_LOCAL, "arena/osmiornica/init.lua",
-                "character/default/init.lua");
+    World world(static_cast<int>(state.range(0)), OBJECT_LOCAL);
     int frame = 0;
     for (auto _ : state) {
         world.update(frame++);
