@@ -1,14 +1,10 @@
-#include <cmath>
 #include <utility>
 
 #include "GraphicsTest.h"
 #include "gameplay/Arena.h"
 #include "gameplay/Character.h"
 #include "graphics/EffectFade.h"
-#include "graphics/EffectParticle.h"
-#include "graphics/EffectSlide.h"
 #include "graphics/EffectSpeechBubble.h"
-#include "graphics/EffectTextParticle.h"
 
 namespace {
 
@@ -26,28 +22,6 @@ TEST(EffectTest, BubblesFadeAtBothEndsParticlesOverTheirLifeAndEasedSlidesLinger
 
     const std::pair<float, float> eased[] = {{0, 0}, {0.1f, 0.244f}, {0.5f, 0.5f}, {0.6f, 0.504f}, {1, 1}};
     for (const auto& [t, progress] : eased) EXPECT_NEAR(Effects::slideProgress(t, true), progress, 1e-5) << t;
-    Effects::Slide slide;
-    slide.from = Vector(-100, 50, 0, 0);
-    slide.to = Vector(900, 50, 0, 0);
-    EXPECT_FLOAT_EQ(slide.positionAt(0.25f).x, 150);
-}
-
-TEST(EffectTest, AParticleMovesWithTheVelocityOfTheSameStep) {
-    Effects::Particle particle;
-    particle.position = Vector(1, 2, 0, 0);
-    particle.acceleration = Vector(0, 0, 10, 0);
-    particle.setDirection(static_cast<float>(M_PI / 2), 4);
-    particle.update(0.5f);
-    EXPECT_NEAR(particle.position.x, 1, 1e-5);
-    EXPECT_NEAR(particle.position.y, 4, 1e-5);
-    EXPECT_NEAR(particle.position.z, 2.5f, 1e-5);
-    EXPECT_FLOAT_EQ(particle.remaining, -0.5f);
-
-    Effects::TextParticle text;
-    text.text.flags = 0xFFFFFFFFu;
-    text.init("", 1500);
-    EXPECT_EQ(text.text.flags, 0xFFFFFC00u | 0x312u) << "centred and unclipped; other flags kept";
-    EXPECT_FLOAT_EQ(text.lifetime, 1.5f);
 }
 
 // A bubble that counts its destruction, so the arena's disposal shows.
@@ -67,7 +41,6 @@ TEST(EffectTest, TheArenaDropsEachEffectWhenNoTimeIsLeft) {
     arena.update(0.125f);
     arena.update(0.125f);
     EXPECT_EQ(destroyed, 1) << "done with exactly 0 left";
-    EXPECT_FLOAT_EQ(arena.effects.front()->remaining, 0.25f);
     arena.update(0.25f);
     EXPECT_EQ(destroyed, 2);
 }
@@ -75,7 +48,7 @@ TEST(EffectTest, TheArenaDropsEachEffectWhenNoTimeIsLeft) {
 using EffectDrawTest = RenderTest;
 
 TEST_F(EffectDrawTest, ABubbleSitsAtTheMouthLiftedByTheHeightAndFadesOnlyAtItsEnds) {
-    Graphics::Image* white = solidImage("white", 8, 8, WHITE);
+    Graphics::Image* white = blockImage("white", {WHITE});
     Character speaker;
     // The mouth of the body's current frame sits 20 right and 30 up.
     speaker.sprite.setSprite(spriteOf(white, {animOf({{0, 0, 8, 8, 0, 0, 20, -30}})}));

@@ -3,7 +3,6 @@
 #include <SDL/SDL.h>
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -66,43 +65,33 @@ protected:
     // 0xRRGGBB of one window pixel, y downwards; the clear colour reads as SKY.
     static uint32_t rgbAt(int x, int y) {
         Render::flush();
-        std::array<uint8_t, 4> p{};
-        glReadPixels(x, Render::getHeight() - 1 - y, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, p.data());
+        uint8_t p[4] = {};
+        glReadPixels(x, Render::getHeight() - 1 - y, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, p);
         if (p[0] == 0 && p[1] >= 126 && p[1] <= 129 && p[2] == 255) return SKY;
         return uint32_t(p[0]) << 16 | uint32_t(p[1]) << 8 | p[2];
     }
 
     // A picture covers exactly the pixels from (left, top) to (right, bottom).
     static void expectBox(int left, int top, int right, int bottom, uint32_t topLeft, uint32_t bottomRight) {
-        EXPECT_EQ(rgbAt(left, top), topLeft) << left << "," << top;
-        EXPECT_EQ(rgbAt(right, bottom), bottomRight) << right << "," << bottom;
-        EXPECT_EQ(rgbAt(left - 1, top), SKY) << left - 1 << "," << top;
-        EXPECT_EQ(rgbAt(left, top - 1), SKY) << left << "," << top - 1;
-        EXPECT_EQ(rgbAt(right + 1, bottom), SKY) << right + 1 << "," << bottom;
-        EXPECT_EQ(rgbAt(right, bottom + 1), SKY) << right << "," << bottom + 1;
+        SCOPED_TRACE(::testing::Message() << "box " << left << "," << top << " to " << right << "," << bottom);
+        EXPECT_EQ(rgbAt(left, top), topLeft);
+        EXPECT_EQ(rgbAt(right, bottom), bottomRight);
+        EXPECT_EQ(rgbAt(left - 1, top), SKY);
+        EXPECT_EQ(rgbAt(left, top - 1), SKY);
+        EXPECT_EQ(rgbAt(right + 1, bottom), SKY);
+        EXPECT_EQ(rgbAt(right, bottom + 1), SKY);
     }
 
-    // Four 8 by 8 blocks side by side: red, green, blue, yellow.
-    static SDL_Surface* stripSurface() {
-        SDL_Surface* s = SDL_CreateRGBSurface(SDL_SWSURFACE, 32, 8, 32, 0xff0000, 0xff00, 0xff, 0);
-        const uint32_t colours[4] = {RED, GREEN, BLUE, YELLOW};
-        for (int i = 0; i < 4; ++i) {
+    // 8 by 8 blocks side by side in these colours.
+    static Graphics::Image* blockImage(const std::string& name, const std::vector<uint32_t>& colours) {
+        SDL_Surface* s = SDL_CreateRGBSurface(SDL_SWSURFACE, 8 * int(colours.size()), 8, 32, 0xff0000, 0xff00, 0xff, 0);
+        for (size_t i = 0; i < colours.size(); ++i) {
             SDL_Rect block = {Sint16(i * 8), 0, 8, 8};
             SDL_FillRect(s, &block, colours[i]);
         }
-        return s;
-    }
-    static Graphics::Image* stripImage() {
-        SDL_Surface* s = stripSurface();
-        Graphics::Image* image = ImageManager::load("strip", s);
-        SDL_FreeSurface(s);
-        return image;
-    }
-    static Graphics::Image* solidImage(const std::string& name, int w, int h, uint32_t rgb) {
-        SDL_Surface* s = SDL_CreateRGBSurface(SDL_SWSURFACE, w, h, 32, 0xff0000, 0xff00, 0xff, 0);
-        SDL_FillRect(s, nullptr, rgb);
         Graphics::Image* image = ImageManager::load(name, s);
         SDL_FreeSurface(s);
         return image;
     }
+    static Graphics::Image* stripImage() { return blockImage("strip", {RED, GREEN, BLUE, YELLOW}); }
 };

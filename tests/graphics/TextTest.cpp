@@ -1,23 +1,23 @@
 #include "GraphicsTest.h"
+#include "graphics/ClassicCounter.h"
 #include "graphics/Text.h"
 
 namespace {
 
 using Lines = std::vector<std::string>;
 
+// A box 40 wide; glyphs 5 wide, "W" 9, the space 4, tab stops 40 apart,
+// lines 10 apart. With the pixel between glyphs, "a" advances 6.
 class TextLayoutTest : public ::testing::Test {
 protected:
     TextLayoutTest() {
-        // Glyphs 5 wide, "W" 9, the space 4; with the pixel between glyphs, a-z advance 6.
         std::vector<Graphics::Anim*> glyphs;
         for (int code = 32; code < 127; ++code)
             glyphs.push_back(animOf({Graphics::Frame{0, 0, code == ' ' ? 4 : code == 'W' ? 9 : 5, 10}}));
         text.font.setSprite(spriteOf(nullptr, glyphs));
+        text.width = text.tabWidth = 40;
         text.lineHeight = 10;
         text.spaceWidth = 4;
-        text.tabWidth = 40;
-        text.width = 40;
-        text.height = 100;
     }
 
     Lines layout(const std::string& string) {
@@ -66,15 +66,6 @@ TEST_F(TextLayoutTest, WrapsAtBlanksOnlyWhenTheNextWordWouldPassTheBox) {
     EXPECT_EQ(text.textWidth, 60);
 }
 
-TEST_F(TextLayoutTest, ClippingCutsAtTheRightEdgeAndDropsLinesBelowTheBox) {
-    text.flags = UI::Text::FLAG_LEFT | UI::Text::FLAG_TOP;
-    text.height = 30;
-    EXPECT_EQ(layout("aaaaaaaaa\naaa bbb\nbb  \nc"), (Lines{"aaaaaa", "aaa bbb", "bb"}));
-    EXPECT_EQ(text.lines[0].width, 36);
-    EXPECT_EQ(text.textHeight, 30);
-    EXPECT_EQ(text.textWidth, 40);
-}
-
 using TextDrawTest = RenderTest;
 
 TEST_F(TextDrawTest, CentredTextLandsMidBoxIsBuiltOnlyWhenChangedAndVanishesWhenEmptied) {
@@ -90,22 +81,38 @@ TEST_F(TextDrawTest, CentredTextLandsMidBoxIsBuiltOnlyWhenChangedAndVanishesWhen
     text.flags = (text.flags & ~0x7Fu) | UI::Text::FLAG_CENTRE | UI::Text::FLAG_MIDDLE;
     text.update();
     ASSERT_EQ(text.buffer.vertices.size(), 8u);
-    // Unchanged, the next update leaves the buffer alone.
     text.buffer.vertices.push_back(Render::Vertex());
     text.update();
-    EXPECT_EQ(text.buffer.vertices.size(), 9u);
+    EXPECT_EQ(text.buffer.vertices.size(), 9u) << "unchanged: not built again";
     text.buffer.vertices.pop_back();
 
     // A line 14 wide (each glyph and the pixel behind it) and 8 high in a 200 by 100 box.
     text.draw(100, 100, 0, 255);
     expectBox(193, 146, 198, 153, YELLOW, YELLOW);
     expectBox(200, 146, 205, 153, YELLOW, YELLOW);
-
     Render::flip();
     text.setText("");
     text.update();
     text.draw(100, 100, 0, 255);
     EXPECT_EQ(rgbAt(193, 146), SKY);
+}
+
+// The empty bar is blue and yellow, the full one red and green, each 16 pixels.
+TEST_F(TextDrawTest, ClassicCounterShowsTheValuesShareOfTheFullBarOverTheEmptyOne) {
+    ClassicCounter counter;
+    counter.sprite.setSprite(spriteOf(stripImage(), {animOf({{16, 0, 16, 8}}), animOf({{0, 0, 16, 8}})}));
+    counter.set(0, 100, 0);
+    for (float value : {0, 150, 50}) {  // 150 is clamped to the maximum
+        counter.value = value;
+        counter.update(0.1f);
+        counter.draw(50, 50 + value / 5);
+    }
+    expectBox(50, 50, 65, 57, BLUE, YELLOW);
+    expectBox(50, 80, 65, 87, RED, GREEN);
+    EXPECT_EQ(rgbAt(57, 60), RED);
+    EXPECT_EQ(rgbAt(65, 60), YELLOW);
+    // A drop leaves a ghost that falls by half the scale a second.
+    EXPECT_FLOAT_EQ(counter.ghost, 95.0f);
 }
 
 }  // namespace
