@@ -26,11 +26,8 @@ inline bool contains(const std::string& text, const std::string& part) { return 
 
 // An animation showing these frames in every direction slot.
 inline Graphics::Anim* animOf(std::vector<Graphics::Frame> frames, float spd = 0) {
-    auto* dir = new Graphics::Dir;
-    dir->spd = spd;
-    dir->frames = std::move(frames);
     auto* anim = new Graphics::Anim;
-    anim->setDir(Graphics::DIR_DOWN, dir);
+    anim->setDir(Graphics::DIR_DOWN, new Graphics::Dir{spd, 0, std::move(frames)});
     return anim;
 }
 

@@ -35,7 +35,6 @@ TEST_F(RenderBatchTest, ColourGoesWithEachQuadAndOnlyTextureOrModeChangesCutTheB
     Render::setAlpha(0);                          // dropped by the alpha test
     Render::setMode(Render::MODE_WORLD_IMAGES);  // the mode in force: keeps the colour
     Render::drawImage(white, 50, 10, 0, 0, 0, 0);
-    EXPECT_EQ(Render::frameStats().drawCalls, 0u);
     EXPECT_EQ(rgbAt(15, 15), RED);
     EXPECT_NEAR(rgbAt(35, 15), 0x00bf7f, 0x0202) << "half green over the sky";
     EXPECT_EQ(rgbAt(55, 15), SKY);

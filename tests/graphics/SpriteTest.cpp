@@ -10,9 +10,7 @@ using TestSupport::writeFile;
 // "walk": 3 frames at 1 a second in every slot. Frame widths tell them apart.
 Graphics::Sprite* makeSprite() {
     Graphics::Anim* idle = animOf({Frame{0, 0, 10}, Frame{0, 0, 11}, Frame{0, 0, 12}, Frame{0, 0, 13}}, 8);
-    auto* left = new Graphics::Dir;
-    left->spd = 2;
-    left->frames = {Frame{0, 0, 20}, Frame{0, 0, 21}};
+    auto* left = new Graphics::Dir{2, 0, {Frame{0, 0, 20}, Frame{0, 0, 21}}};
     idle->setDir(Graphics::DIR_LEFT, left);
     idle->setDir(Graphics::DIR_LEFT, left);  // the same again must not free it
     auto* sprite = new Graphics::Sprite;
