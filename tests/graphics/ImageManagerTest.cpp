@@ -1,4 +1,5 @@
 #include "GraphicsTest.h"
+#include "graphics/SpriteInstance.h"
 
 namespace {
 
@@ -37,9 +38,7 @@ TEST_F(ImageManagerTest, OnlyImagesWithoutHoldersAreDeleted) {
     Graphics::Image* held = blockImage("held", {BLACK});
     Graphics::Image* loose = blockImage("loose", {RED});
     const GLuint heldTexture = held->texture, looseTexture = loose->texture;
-    held->addRef();
-    held->addRef();
-    held->release();
+    Graphics::SpriteInstance holder(spriteOf(held, {}));
     ImageManager::free(held);
     Render::drawImage(loose, 30, 30, 0, 0, 0, 0);
     ImageManager::flush();
@@ -48,9 +47,8 @@ TEST_F(ImageManagerTest, OnlyImagesWithoutHoldersAreDeleted) {
     ImageManager::clear();
     EXPECT_TRUE(glIsTexture(heldTexture)) << "a held image outlives flush and clear";
     EXPECT_EQ(blockImage("held", {RED}), held) << "a known name keeps its image";
-    held->release();
-    ImageManager::free(held);
-    EXPECT_FALSE(glIsTexture(heldTexture));
+    holder.setSprite(static_cast<Graphics::Sprite*>(nullptr));
+    EXPECT_FALSE(glIsTexture(heldTexture)) << "gone with its last sprite";
     EXPECT_EQ(logOf([] { ImageManager::clear(); }), "") << "nothing left, nothing said";
 }
 

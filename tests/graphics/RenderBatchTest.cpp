@@ -18,6 +18,7 @@ TEST_F(RenderBatchTest, QuadLandsWhereItsPositionTurnAndOriginPutIt) {
         {16, 8, 40, 40, 0, 0, 0, 40, 40, 47, 47, BLUE, BLUE},         // a part of the image
         {0, 16, 300, 300, 90, 0, 0, 292, 300, 299, 315, RED, GREEN},  // degrees, clockwise with y down
     };
+    Render::setColor(0, 0, 0, 0);  // every frame starts white
     for (const Case& c : cases) {
         Render::flip();
         Render::drawImage(strip, c.x, c.y, 0, c.tx, 0, c.tw, 8, c.angle, c.ox, c.oy);

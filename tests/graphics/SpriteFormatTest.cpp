@@ -32,10 +32,10 @@ protected:
 
 TEST_F(SpriteFormatTest, ListOfAnimFrameAndStripLines) {
     parseList("anim 12.5 3 walk\r\n"
-              "frame 3 10 20 8 8\r\n"
-              "frame 1 0 0 8 8 1 2 3\n"      // 9 words: no attachment point
+              "frame 3 10 20 8 8 1 2\r\n"  // 8 words: the point
+              "frame 1 0 0 8 8 1 2 3\n"     // 9 words: no attachment point yet
               "\n-- frame 5 0 0 1 1\n"
-              "frame 1 1 1 2 2 5 6 7 8 9\n"  // 10 words and more: all of it
+              "frame 1 1 1 2 2 5 6 7 8\n"   // 10 words: all of it
               "4 0 0 16 16 0 1\n"
               "anim 2 0 x\nframe 1 0 0 1 1\n");
     ASSERT_EQ(sprite.animCount(), 3);
@@ -43,7 +43,7 @@ TEST_F(SpriteFormatTest, ListOfAnimFrameAndStripLines) {
     EXPECT_EQ(sprite.anim("x"), nullptr) << "a one-letter name can't be looked up";
     EXPECT_FLOAT_EQ(dir(0)->spd, 12.5f);
     EXPECT_EQ(dir(0)->frameCount(), 5);
-    EXPECT_EQ(frame(0, 2), (Frame{10, 20, 8, 8, 0, 0, 0, 0}));
+    EXPECT_EQ(frame(0, 2), (Frame{10, 20, 8, 8, 1, 2, 0, 0}));
     EXPECT_EQ(frame(0, 3), (Frame{0, 0, 8, 8, 1, 2, 0, 0}));
     EXPECT_EQ(frame(0, 4), (Frame{1, 1, 2, 2, 5, 6, 7, 8}));
     // The strip: frames side by side, an animation of its own without speed.

@@ -93,20 +93,21 @@ TEST_F(TextDrawTest, CentredTextLandsMidBoxIsBuiltOnlyWhenChangedAndVanishesWhen
 }
 
 // The empty bar is blue and yellow, the full one red and green, each 16 pixels.
-TEST_F(TextDrawTest, ClassicCounterShowsTheValuesShareOfTheFullBarOverTheEmptyOne) {
+TEST_F(TextDrawTest, ClassicCounterShowsTheValueOverTheRangeAndAGhostFallingBehindIt) {
     ClassicCounter counter;
     counter.sprite.setSprite(spriteOf(stripImage(), {animOf({{16, 0, 16, 8}}), animOf({{0, 0, 16, 8}})}));
-    counter.set(0, 100, 0);
-    for (float value : {0, 150, 50}) {  // 150 is clamped to the maximum
-        counter.value = value;
-        counter.update(0.1f);
-        counter.draw(50, 50 + value / 5);
+    counter.set(-100, 100, 0);
+    const float values[] = {0, 150, 50, 50, 50};  // 150 is clamped to the maximum
+    for (int row = 0; row < 5; ++row) {
+        counter.value = values[row];
+        counter.update(0.25f);
+        counter.draw(50, 50 + 10 * row);
     }
     expectBox(50, 50, 65, 57, BLUE, YELLOW);
-    expectBox(50, 80, 65, 87, RED, GREEN);
+    // The full bar's share is value / (max - min): the value isn't reduced by the minimum.
     EXPECT_EQ(rgbAt(57, 60), RED);
-    EXPECT_EQ(rgbAt(65, 60), YELLOW);
-    EXPECT_FLOAT_EQ(counter.ghost, 95.0f) << "a ghost falls by half the scale a second";
+    EXPECT_EQ(rgbAt(58, 60), YELLOW);
+    EXPECT_FLOAT_EQ(counter.ghost, 50.0f) << "the ghost falls by half the range a second, down to the value";
 }
 
 }  // namespace
