@@ -1,124 +1,54 @@
-#include <GL/glew.h>
-
-#include "RenderTestSupport.h"
-#include "TestSupport.h"
-#include "graphics/Buffer.h"
+#include "GraphicsTest.h"
+#include "graphics/Buffer2D.h"
 
 namespace {
 
-// A buffer over one test image, filled with whole-image quads by hand.
-class ImageBuffer : public Render::Buffer {
-public:
-    explicit ImageBuffer(const Graphics::Image* image) : image(image) {}
-    void bind() override { Render::bindTexture(image->texture); }
-    void addQuad(float x, float y, uint8_t alpha) {
-        const float w = static_cast<float>(image->width), h = static_cast<float>(image->height);
-        vertices.emplace_back(x, y, 0, 0, 0, alpha, 255, 255, 255);
-        vertices.emplace_back(x + w, y, 0, 1, 0, alpha, 255, 255, 255);
-        vertices.emplace_back(x + w, y + h, 0, 1, 1, alpha, 255, 255, 255);
-        vertices.emplace_back(x, y + h, 0, 0, 1, alpha, 255, 255, 255);
-        count = static_cast<int32_t>(vertices.size());
-    }
+using BufferTest = RenderTest;
 
-private:
-    const Graphics::Image* image;
-};
-
-class BufferTest : public RenderTest {
-protected:
-    void SetUp() override {
-        RenderTest::SetUp();
-        red = solidImage("buffer_red", 4, 4, 255, 0, 0);
-        ASSERT_NE(red, nullptr);
-    }
-    bool isRed(int x, int y) {
-        auto p = pixelAt(x, y);
-        return p[0] == 255 && p[1] == 0 && p[2] == 0;
-    }
-    Graphics::Image* red = nullptr;
-};
-
-TEST_F(BufferTest, UploadsOnceAndDrawsAtAnyOffset) {
-    ImageBuffer buffer(red);
+// Quads of the strip from x 20, their point at (1, 1): four blue columns, then four yellow.
+TEST_F(BufferTest, FrameQuadsUploadOnceAndDrawAtAnyOffsetOverWhatWasBatched) {
+    Graphics::Image* strip = stripImage();
+    Render::Buffer2D buffer;
+    const Graphics::SpriteInstance quads(spriteOf(strip, {animOf({{20, 0, 8, 4, 1, 1}})}));
+    buffer.setSprite(quads);
     ASSERT_TRUE(buffer.init());
-    EXPECT_TRUE(buffer.ready);
-    buffer.addQuad(0, 0, 255);
-    buffer.addQuad(10, 0, 255);
+    Render::drawBuffer(&buffer, 0, 0, 0, 255);
+    EXPECT_EQ(Render::frameStats().drawCalls, 0u) << "a buffer never filled draws nothing";
 
+    // The frame's point is added, turns are in radians, the colour comes as a, r, g, b.
+    buffer.addFrame(0, Graphics::DIR_DOWN, 0, 0, 0, 0, 255, 255, 255, 255);
+    buffer.addFrame(0, Graphics::DIR_DOWN, 0, 50, 50, 1.5707964f, 255, 255, 255, 255);
+    buffer.addFrame(0, Graphics::DIR_DOWN, 0, 0, 20, 0, 255, 0, 255, 0);
+    buffer.addFrame(3, Graphics::DIR_DOWN, 0, 0, 30, 0, 255, 255, 255, 255);  // no such animation
+    Render::drawImage(strip, 101, 121, 0, 16, 0, 8, 8, 0, 0, 0);                // blue, under the buffer
     Render::drawBuffer(&buffer, 100, 100, 0, 255);
-    EXPECT_TRUE(buffer.vertices.empty()) << "the copy in memory should go once uploaded";
-    EXPECT_EQ(buffer.count, 8);
-    Render::drawBuffer(&buffer, 200, 150, 0, 255);
-    EXPECT_TRUE(isRed(100, 100));
-    EXPECT_TRUE(isRed(111, 103));
-    EXPECT_TRUE(isRed(200, 150));
-    EXPECT_TRUE(isRed(213, 153));
-    EXPECT_TRUE(isBackground(pixelAt(105, 100)));
-    EXPECT_EQ(Render::frameStats().drawCalls, 2u);
+    EXPECT_TRUE(buffer.vertices.empty()) << "uploaded: the copy in memory goes";
+    Render::drawBuffer(&buffer, 300, 100, 0, 255);
+    EXPECT_EQ(Render::frameStats().drawCalls, 3u);
+    for (int x : {100, 300}) {
+        expectBox(x + 1, 101, x + 8, 104, BLUE, YELLOW);
+        expectBox(x + 45, 151, x + 48, 158, BLUE, YELLOW);
+        EXPECT_EQ(rgbAt(x + 1, 121), BLACK);
+        EXPECT_EQ(rgbAt(x + 8, 124), GREEN);
+    }
+    EXPECT_EQ(rgbAt(101, 125), BLUE);
 
-    // A rebuild replaces what the card holds.
-    buffer.clear();
-    buffer.addQuad(50, 0, 255);
-    Render::drawBuffer(&buffer, 0, 300, 0, 255);
-    EXPECT_TRUE(isRed(50, 300));
-    EXPECT_EQ(buffer.count, 4);
-}
-
-TEST_F(BufferTest, DrawingABufferEndsTheBatch) {
-    ImageBuffer buffer(red);
-    ASSERT_TRUE(buffer.init());
-    buffer.addQuad(0, 0, 255);
-    Graphics::Image* blue = solidImage("buffer_blue", 4, 4, 0, 0, 255);
-    Render::drawImage(blue, 0, 0, 0, 0, 0, 0);
-    Render::drawBuffer(&buffer, 0, 0, 0, 255);
-    // The buffer is drawn on top of what was batched before it.
-    EXPECT_TRUE(isRed(1, 1));
-    EXPECT_EQ(Render::frameStats().drawCalls, 2u);
-}
-
-TEST_F(BufferTest, NeverFilledBufferDrawsNothing) {
-    ImageBuffer buffer(red);
-    ASSERT_TRUE(buffer.init());
-    Render::drawBuffer(&buffer, 0, 0, 0, 255);
-    EXPECT_EQ(Render::frameStats().drawCalls, 0u);
-}
-
-TEST_F(BufferTest, WithoutBufferObjectsQuadsComeFromMemory) {
+    // init on a ready buffer gives the old name back; without buffer objects
+    // the quads come from memory every time.
+    const GLuint first = buffer.id;
     const auto savedGen = glGenBuffers;
     glGenBuffers = nullptr;
-    ImageBuffer buffer(red);
-    bool gotOne;
-    std::string log;
-    {
-        TestSupport::CapturedStdout out;
-        gotOne = buffer.init();
-        log = out.text();
-    }
+    const std::string log = logOf([&] { EXPECT_FALSE(buffer.init()); });
     glGenBuffers = savedGen;
-    EXPECT_FALSE(gotOne);
-    EXPECT_FALSE(buffer.ready);
-    EXPECT_NE(log.find("Buffer.init: Nie udalo sie dostac bufora (0, 0)"), std::string::npos);
-
-    buffer.addQuad(0, 0, 255);
+    EXPECT_FALSE(glIsBuffer(first));
+    EXPECT_TRUE(contains(log, "Buffer.init: Nie udalo sie dostac bufora (0, 0)")) << log;
+    Render::flip();
+    buffer.setSprite(quads);
+    buffer.addFrame(0, Graphics::DIR_DOWN, 0, 0, 0, 0, 255, 255, 255, 255);
     Render::drawBuffer(&buffer, 40, 40, 0, 255);
     Render::drawBuffer(&buffer, 60, 40, 0, 255);
-    EXPECT_TRUE(isRed(40, 40));
-    EXPECT_TRUE(isRed(60, 40));
-    EXPECT_EQ(buffer.vertices.size(), 4u);
-}
-
-TEST_F(BufferTest, InitAgainGivesTheOldNameBack) {
-    ImageBuffer buffer(red);
-    ASSERT_TRUE(buffer.init());
-    buffer.addQuad(0, 0, 255);
-    Render::drawBuffer(&buffer, 0, 0, 0, 255);
-    const GLuint first = buffer.id;
-    ASSERT_TRUE(glIsBuffer(first));
-    ASSERT_TRUE(buffer.init());
-    EXPECT_TRUE(first == buffer.id || !glIsBuffer(first));
-    buffer.free();
-    EXPECT_EQ(buffer.id, 0u);
-    EXPECT_FALSE(buffer.ready);
+    expectBox(41, 41, 48, 44, BLUE, YELLOW);
+    expectBox(61, 41, 68, 44, BLUE, YELLOW);
 }
 
 }  // namespace

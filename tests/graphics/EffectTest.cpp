@@ -1,124 +1,64 @@
-#include <gtest/gtest.h>
+#include <utility>
 
-#include <cmath>
-
+#include "GraphicsTest.h"
 #include "gameplay/Arena.h"
+#include "gameplay/Character.h"
 #include "graphics/EffectFade.h"
-#include "graphics/EffectParticle.h"
-#include "graphics/EffectSlide.h"
 #include "graphics/EffectSpeechBubble.h"
-#include "graphics/EffectTextParticle.h"
 
 namespace {
 
-// Alpha of a 400 ms bubble after `elapsed` ms, or -1 where it is left alone.
-int bubbleAlphaAt(float elapsedMs) {
-    uint8_t alpha = 0;
-    if (!Effects::bubbleAlpha((400.0f - elapsedMs) / 1000.0f, 0.4f, alpha)) return -1;
-    return alpha;
+TEST(EffectTest, BubblesFadeAtBothEndsAndEasedSlidesLingerMidway) {
+    // A bubble of 400 ms so many ms in; -1 where it leaves the alpha alone.
+    const std::pair<float, int> bubble[] = {{0, 0}, {50, 127}, {100, -1}, {200, -1}, {300, -1}, {350, 127}, {400, 0}};
+    for (const auto& [elapsed, expected] : bubble) {
+        uint8_t alpha = 0;
+        const bool sets = Effects::bubbleAlpha((400 - elapsed) / 1000, 0.4f, alpha);
+        EXPECT_EQ(sets ? alpha : -1, expected) << elapsed;
+    }
+    const std::pair<float, float> eased[] = {{0, 0}, {0.1f, 0.244f}, {0.5f, 0.5f}, {0.6f, 0.504f}, {1, 1}};
+    for (const auto& [t, progress] : eased) EXPECT_NEAR(Effects::slideProgress(t, true), progress, 1e-5) << t;
 }
 
-TEST(EffectFade, ABubbleFadesInOverItsFirstQuarterAndOutOverItsLast) {
-    EXPECT_EQ(0, bubbleAlphaAt(0));
-    EXPECT_EQ(127, bubbleAlphaAt(50));
-    // The middle half, ends included, leaves the alpha as it was.
-    EXPECT_EQ(-1, bubbleAlphaAt(100));
-    EXPECT_EQ(-1, bubbleAlphaAt(200));
-    EXPECT_EQ(-1, bubbleAlphaAt(300));
-    EXPECT_EQ(127, bubbleAlphaAt(350));
-    EXPECT_EQ(0, bubbleAlphaAt(400));
-}
-
-TEST(EffectFade, AParticleFadesLinearlyOverItsWholeLife) {
-    EXPECT_EQ(255, Effects::fadeOutAlpha(2.0f, 2.0f));
-    EXPECT_EQ(127, Effects::fadeOutAlpha(1.0f, 2.0f));
-    EXPECT_EQ(0, Effects::fadeOutAlpha(0.0f, 2.0f));
-}
-
-TEST(EffectFade, AnEasedSlideIsHalfwayAtHalfTimeAndLingersThere) {
-    EXPECT_FLOAT_EQ(0.0f, Effects::slideProgress(0.0f, true));
-    EXPECT_FLOAT_EQ(0.5f, Effects::slideProgress(0.5f, true));
-    EXPECT_FLOAT_EQ(1.0f, Effects::slideProgress(1.0f, true));
-    // Slow in the middle, fast at the ends, compared with a linear slide.
-    EXPECT_LT(Effects::slideProgress(0.6f, true), 0.6f);
-    EXPECT_GT(Effects::slideProgress(0.1f, true), 0.1f);
-    EXPECT_FLOAT_EQ(0.3f, Effects::slideProgress(0.3f, false));
-}
-
-TEST(EffectLifetime, AnEffectIsDoneExactlyWhenNoTimeIsLeft) {
-    Effects::SpeechBubble bubble;
-    EXPECT_FLOAT_EQ(0.0f, bubble.lifetime);
-    bubble.lifetime = bubble.remaining = 0.25f;
-    bubble.update(0.125f);
-    EXPECT_FALSE(bubble.isDone());
-    bubble.update(0.125f);
-    EXPECT_FLOAT_EQ(0.0f, bubble.remaining);
-    EXPECT_TRUE(bubble.isDone());
-}
-
-TEST(EffectLifetime, AParticleMovesWithTheVelocityOfTheSameStep) {
-    Effects::Particle particle;
-    particle.lifetime = particle.remaining = 1.0f;
-    particle.position = Vector(1.0f, 2.0f, 0.0f, 0.0f);
-    particle.acceleration = Vector(0.0f, 0.0f, 10.0f, 0.0f);
-    particle.setDirection(static_cast<float>(M_PI / 2), 4.0f);
-    EXPECT_NEAR(0.0f, particle.velocity.x, 1e-5);
-    EXPECT_NEAR(4.0f, particle.velocity.y, 1e-5);
-    particle.update(0.5f);
-    EXPECT_NEAR(5.0f, particle.velocity.z, 1e-5);
-    EXPECT_NEAR(2.5f, particle.position.z, 1e-5);
-    EXPECT_NEAR(4.0f, particle.position.y, 1e-5);
-    EXPECT_FLOAT_EQ(0.5f, particle.remaining);
-}
-
-TEST(EffectLifetime, ATextParticleCentresItsTextAndKeepsTheOtherFlags) {
-    Effects::TextParticle particle;
-    particle.text.flags = 0xFFFFFFFFu;
-    particle.text.dirty = false;
-    particle.init("", 1500);
-    EXPECT_EQ(0xFFFFFC00u | 0x312u, particle.text.flags);
-    EXPECT_TRUE(particle.text.dirty);
-    EXPECT_FLOAT_EQ(1.5f, particle.lifetime);
-}
-
-TEST(EffectLifetime, ASlideRunsFromItsStartToItsEnd) {
-    Effects::Slide slide;
-    slide.from = Vector(-100.0f, 50.0f, 0.0f, 0.0f);
-    slide.to = Vector(900.0f, 50.0f, 0.0f, 0.0f);
-    EXPECT_FLOAT_EQ(-100.0f, slide.positionAt(0.0f).x);
-    EXPECT_FLOAT_EQ(150.0f, slide.positionAt(0.25f).x);
-    EXPECT_FLOAT_EQ(900.0f, slide.positionAt(1.0f).x);
-    EXPECT_FLOAT_EQ(50.0f, slide.positionAt(0.7f).y);
-}
-
-}  // namespace
-
-namespace {
-
-// A bubble that counts its destruction, so the arena's disposal shows.
-class CountedBubble : public Effects::SpeechBubble {
-public:
-    CountedBubble(float seconds, int& destroyed) : destroyed(destroyed) { lifetime = remaining = seconds; }
-    ~CountedBubble() override { ++destroyed; }
-    int& destroyed;
-};
-
-TEST(EffectLifetime, TheArenaDestroysEachEffectWhenItsOwnLifeEnds) {
-    int destroyed = 0;
+TEST(EffectTest, TheArenaDropsEachEffectWhenNoTimeIsLeft) {
     Arena arena;
     arena.objectType = OBJECT_LOCAL;
     // Two words of one speaker overlap, each with its own life.
-    arena.addEffect(new CountedBubble(0.25f, destroyed));
-    arena.addEffect(new CountedBubble(0.5f, destroyed));
+    for (float seconds : {0.25f, 0.5f}) {
+        auto* bubble = new Effects::SpeechBubble;
+        bubble->lifetime = bubble->remaining = seconds;
+        arena.addEffect(bubble);
+    }
     arena.update(0.125f);
-    EXPECT_EQ(2u, arena.effects.size());
     arena.update(0.125f);
-    EXPECT_EQ(1u, arena.effects.size());
-    EXPECT_EQ(1, destroyed);
-    EXPECT_FLOAT_EQ(0.25f, arena.effects.front()->remaining);
+    ASSERT_EQ(arena.effects.size(), 1u) << "done with exactly 0 left";
+    EXPECT_EQ(arena.effects.front()->remaining, 0.25f);
     arena.update(0.25f);
     EXPECT_TRUE(arena.effects.empty());
-    EXPECT_EQ(2, destroyed);
+}
+
+using EffectDrawTest = RenderTest;
+
+TEST_F(EffectDrawTest, ABubbleSitsAtTheMouthLiftedByTheHeightAndFadesOnlyAtItsEnds) {
+    Graphics::Image* white = blockImage("white", {WHITE});
+    Character speaker;
+    // The mouth of the body's current frame sits 20 right and 30 up.
+    speaker.sprite.setSprite(spriteOf(white, {animOf({{0, 0, 8, 8, 0, 0, 20, -30}})}));
+    auto drawBubble = [&](float x, float left) {
+        speaker.position = Vector(x, 200, 50, 0);
+        Effects::SpeechBubble bubble;
+        bubble.sprite.setSprite(spriteOf(white, {animOf({{0, 0, 8, 8}})}));
+        bubble.character = &speaker;
+        bubble.lifetime = 0.4f;
+        bubble.remaining = left;
+        bubble.draw();
+    };
+    drawBubble(100, 0.35f);  // 50 ms in: half faded in
+    drawBubble(300, 0.2f);   // midway: the alpha the bubble before left, whole again
+    EXPECT_NEAR(rgbAt(120, 120) >> 16, 127, 4);
+    EXPECT_EQ(rgbAt(119, 120), SKY);
+    EXPECT_EQ(rgbAt(127, 128), SKY);
+    expectBox(320, 120, 327, 127, WHITE, WHITE);
 }
 
 }  // namespace
