@@ -1,6 +1,7 @@
 #include "network/SocketServer.h"
 
-#include <new>
+#include <sys/eventfd.h>
+#include <unistd.h>
 
 #include "network/SocketDescriptor.h"
 #include "network/SocketServerClient.h"
@@ -43,6 +44,11 @@ bool SocketServer::init(uint16_t port, int maxClients) {
         Log::fail("SocketServer.init: Nie udalo sie stworzyc mutexa");
         return false;
     }
+    wakeDescriptor = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
+    if (wakeDescriptor < 0) {
+        Log::fail("SocketServer.init: Nie udalo sie stworzyc budzika watku");
+        return false;
+    }
     thread = SDL_CreateThread(workerMain, this);
     if (!thread) {
         Log::fail("SocketServer.init: Nie udalo sie wystartowac watku");
@@ -65,6 +71,8 @@ void SocketServer::send(int id, int type, uint32_t size, const void* data) {
         Packet::destroy(packet);
     else if (!queueOut(client, packet))
         removeClient(client);
+    else
+        wakeWorker();
 }
 
 // The worker takes the mutex for each client's whole step and never waits
@@ -81,6 +89,9 @@ void SocketServer::close() {
     thread = nullptr;
     if (mutex) SDL_DestroyMutex(mutex);
     mutex = nullptr;
+    if (wakeDescriptor >= 0) ::close(wakeDescriptor);
+    wakeDescriptor = -1;
+    wakeRung = false;
     for (Client* client : clients)
         if (client) removeClient(client);
     clients.clear();
@@ -127,6 +138,14 @@ bool SocketServer::isRunning() {
 void SocketServer::stopRunning() {
     MutexHold hold(mutex);
     running = false;
+    wakeWorker();
+}
+
+// Under the mutex. One ring is enough until the worker has heard it.
+void SocketServer::wakeWorker() {
+    if (wakeRung || wakeDescriptor < 0) return;
+    uint64_t one = 1;
+    wakeRung = write(wakeDescriptor, &one, sizeof one) == sizeof one;
 }
 
 void SocketServer::getTraffic(uint64_t* in, uint64_t* out) {
