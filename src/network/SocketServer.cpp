@@ -1,6 +1,7 @@
 #include "network/SocketServer.h"
 
 #include <sys/eventfd.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include "network/SocketDescriptor.h"
@@ -10,6 +11,8 @@
 SocketServer::~SocketServer() { close(); }
 
 bool SocketServer::init(uint16_t port, int maxClients) {
+    // A server opened again gives up its old port and clients first.
+    close();
     bytesIn = 0;
     bytesOut = 0;
     IPaddress address;
@@ -169,6 +172,9 @@ bool SocketServer::queueOut(Client* client, Packet* packet) {
 void SocketServer::removeClient(Client* client) {
     MutexHold hold(mutex);
     if (set) SDLNet_DelSocket(set, reinterpret_cast<SDLNet_GenericSocket>(client->socket));
+    // The worker may be asleep on this socket, which would keep it open past
+    // the close; the shutdown ends the connection at once either way.
+    shutdown(client->descriptor, SHUT_RDWR);
     SDLNet_TCP_Close(client->socket);
     clientCount -= 1;
     clients[size_t(client->id)] = nullptr;
