@@ -7,7 +7,6 @@
 // drained until it makes no more progress. Input: records of a two-byte
 // length and that many bytes.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    quietLog();
     FuzzedConnection connection("SocketClient.updateRecv");
     size_t at = 0;
     while (at + 2 <= size && connection.open()) {

@@ -1,6 +1,5 @@
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 
 #include "FrameFuzz.h"
 
@@ -9,13 +8,13 @@
 // its bytes arrive. Input: records of a connection byte, a length byte and
 // that many bytes.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    quietLog();
+    const char* const PREFIX = "SocketServer.updateClientIn";
     const size_t CONNECTIONS = 4;
-    std::unique_ptr<FuzzedConnection> connections[CONNECTIONS];
-    for (auto& connection : connections) connection.reset(new FuzzedConnection("SocketServer.updateClientIn"));
+    FuzzedConnection connections[CONNECTIONS] = {FuzzedConnection(PREFIX), FuzzedConnection(PREFIX),
+                                                 FuzzedConnection(PREFIX), FuzzedConnection(PREFIX)};
     size_t at = 0;
     while (at + 2 <= size) {
-        FuzzedConnection& connection = *connections[data[at] % CONNECTIONS];
+        FuzzedConnection& connection = connections[data[at] % CONNECTIONS];
         size_t length = std::min<size_t>(data[at + 1], size - at - 2);
         connection.arrive(data + at + 2, length);
         connection.step();
