@@ -25,7 +25,8 @@ public:
     // starts the worker. Main thread.
     bool init(uint16_t port, int maxClients);
     // Queues a copy of the payload for client `id`; a free or unknown id
-    // does nothing. Either thread.
+    // does nothing, and a client whose queue would pass MAX_QUEUED is
+    // dropped instead. Either thread.
     void send(int id, int type, uint32_t size, const void* data);
     // Removes a client; a free or unknown id is ignored. Main thread.
     void disconnect(int id);
@@ -69,6 +70,7 @@ private:
     void updateClientOut(Client* client);
     bool queueOut(Client* client, Packet* packet);
     void removeClient(Client* client);
+    // Null for a free or unknown id; under the mutex.
     Client* clientAt(int id);
 
     TCPsocket server = nullptr;
