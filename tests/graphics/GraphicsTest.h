@@ -14,13 +14,7 @@
 #include "graphics/Sprite.h"
 #include "graphics/SpriteManager.h"
 
-// What `action` writes to standard output, where the log goes.
-template <typename Action>
-std::string logOf(Action&& action) {
-    TestSupport::CapturedStdout out;
-    action();
-    return out.text();
-}
+using TestSupport::logOf;
 
 inline bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 

@@ -33,6 +33,15 @@ private:
     std::string file;
 };
 
+// What `action` writes to standard output, where the log goes. The capture
+// ends before the caller asserts, so test failures stay visible.
+template <typename Action>
+std::string logOf(Action&& action) {
+    CapturedStdout out;
+    action();
+    return out.text();
+}
+
 void writeFile(const std::string& path, const std::string& bytes);
 std::string readFile(const std::string& path);
 
