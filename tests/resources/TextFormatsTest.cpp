@@ -30,15 +30,17 @@ TEST(ParserTest, RunsOfDelimitersEdgesAndZeroBytesMakeNoEmptyTokens) {
 }
 
 // The fuzz target shows that no index is read outside; here, what is said and kept.
-TEST(ParserTest, IndicesOutsideTheTokensPrintOneLineAndChangeNothing) {
+TEST(ParserTest, IndicesOutsideTheTokensPrintOneLineAndChangeNothingAndFindMatchesWholeTokens) {
     Parser p("a b", " ");
     TestSupport::CapturedStdout out;
     EXPECT_EQ(p.show(2), "");
+    EXPECT_EQ(p.val<float>(-1), 0.0f);
+    EXPECT_TRUE(p.find("b") == 1 && Parser("12a 12", " ").find("12") == 1 && p.find("c") == -1);
     p.swap(2, "z");
     p.add(-2, "z");
     EXPECT_EQ(p.text(), "a b");
-    EXPECT_EQ(out.text(), "FAIL: Parser.show: Element 2 nie istnieje\nFAIL: Parser.swap: Element 2 nie istnieje\n"
-                          "FAIL: Parser.add: Element -2 nie istnieje\n");
+    EXPECT_EQ(out.text(), "FAIL: Parser.show: Element 2 nie istnieje\nFAIL: Parser.val: Element -1 nie istnieje\n"
+                          "FAIL: Parser.swap: Element 2 nie istnieje\nFAIL: Parser.add: Element -2 nie istnieje\n");
 }
 
 // Each edit works on "a/b/c" with "/" as the first delimiter.
@@ -72,7 +74,7 @@ TEST(IniFileTest, ReadsOnlyTheExactlyNamedSectionWithTheFirstSeparatorInItsFirst
     ASSERT_TRUE(ini.load("f.ini", "main"));
     const std::pair<std::string, std::string> expected[] = {
         {"a", "b=c"}, {" key ", " spaced "}, {"=a", "b"}, {"cr", "v\r"}, {"x", "2"},    {"b", ""},
-        {"c", ""},    {k, "v"},              {z.substr(0, 1024), "zzzzz"}, {n, "near"}, {y, ""}};
+        {"c", ""},    {"; a", ""},           {k, "v"},              {z.substr(0, 1024), "zzzzz"}, {n, "near"}, {y, ""}};
     for (const auto& [key, value] : expected) EXPECT_EQ(ini.get(key), value) << key.substr(0, 8);
 
     // A missing file keeps the old values; a missing section empties them.

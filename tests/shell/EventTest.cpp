@@ -21,10 +21,7 @@ TEST(EventTest, RunsOfOneInputCollapseWhateverTheTypeAndKeepWhenTheRunWasLastSee
                             {70, EVENT_CHARACTER, 0}};
     for (const auto& [now, type, input] : steps) {
         fakeNow = now;
-        Event event;
-        event.type = type;
-        event.input = input;
-        listener.onEvent(event);
+        listener.onEvent(Event{type, input});
     }
     EventClock::setSource(nullptr);
     // Input and endTime of each entry: an idle event ends no run.
@@ -37,9 +34,8 @@ TEST(EventTest, RunsOfOneInputCollapseWhateverTheTypeAndKeepWhenTheRunWasLastSee
 TEST(EventTest, SoundNamesBelongToTheListenerWhetherKeptOrDropped) {
     auto sound = [](const char* name) { return Event::sound(1.0f, strcpy(new char[strlen(name) + 1], name)); };
     EventListener listener;
-    Event hit;
-    hit.input = INPUT_HIT;
-    for (const Event& event : {sound("first"), sound("dropped"), hit, sound("kept")}) listener.onEvent(event);
+    for (const Event& event : {sound("first"), sound("dropped"), Event{EVENT_CHARACTER, INPUT_HIT}, sound("kept")})
+        listener.onEvent(event);
     std::vector<std::string> names;
     listener.drain([&](const Event& event) { names.push_back(event.name ? event.name : "-"); });
     EXPECT_EQ(names, std::vector<std::string>({"first", "-", "kept"}));

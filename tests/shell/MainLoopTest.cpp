@@ -62,10 +62,8 @@ TEST(EngineTest, PopResumesTheLowerWhileTheUpperIsTopAndOnlyTheLastPopOrQuitStop
 }
 
 void pushEvent(Uint8 type, SDLKey key = SDLK_F4, int mod = KMOD_NONE) {
-    SDL_Event event = {};
-    event.type = type;
-    event.key.keysym.sym = key;
-    event.key.keysym.mod = SDLMod(mod);
+    SDL_Event event{};
+    event.key = {type, 0, SDL_PRESSED, {0, key, SDLMod(mod), 0}};
     SDL_PushEvent(&event);
 }
 

@@ -24,7 +24,6 @@ namespace {
 const std::string DATA = KORVANE_SOURCE_DIR "/data";
 const float FRAME = 1.0f / 60.0f;
 
-// The folder names in the list file of "character" or "arena", one a line.
 std::vector<std::string> listed(const std::string& kind) {
     Parser lines(TestSupport::readFile(DATA + "/" + kind + "/list.txt"), "\r\n");
     std::vector<std::string> names;
@@ -133,8 +132,7 @@ TEST_F(Content, EveryArenaHasRoomToFightAndEveryFighterFightsInIt) {
     }
 }
 
-TEST_F(Content, EverySpriteLoadsWithItsTextureAndFramesInsideItsImage) {
-    int files = 0;
+TEST_F(Content, EverySpriteLoadsWithItsTextureAndFramesInsideItsImageAndTheFontHasEveryByte) {
     for (const auto& entry : fs::recursive_directory_iterator(DATA)) {
         if (entry.path().extension() != ".xml") continue;
         const std::string name = fs::relative(entry.path(), DATA).generic_string();
@@ -147,9 +145,13 @@ TEST_F(Content, EverySpriteLoadsWithItsTextureAndFramesInsideItsImage) {
                     EXPECT_TRUE(f.x >= 0 && f.y >= 0 && f.w > 0 && f.h > 0 && f.x + f.w <= sprite->image->width &&
                                 f.y + f.h <= sprite->image->height)
                         << name << " anim " << a << " frame at " << f.x << "," << f.y;
-        ++files;
     }
-    EXPECT_GT(files, 10);
+    Graphics::Sprite* font = SpriteManager::get("font/font_02.xml");
+    ASSERT_TRUE(font && font->animCount() == 224);  // one glyph for each byte from the space on, all one line high
+    for (int32_t glyph = 0; glyph < 224; ++glyph)
+        EXPECT_TRUE(frames(*font, glyph, Graphics::DIR_DOWN).size() == 1 &&
+                    frames(*font, glyph, Graphics::DIR_DOWN)[0].h == frames(*font, 0, Graphics::DIR_DOWN)[0].h)
+            << "byte " << glyph + 32;
 }
 
 // The game never mirrors a picture; a bubble sits at the mouth, above the feet, facing ahead.
