@@ -43,7 +43,6 @@ TEST(DatabaseTest, AMissingFileGivesASharedObjectThatSavesInKeyOrderAndIsReadOnc
     EXPECT_EQ(Database::get("config.nvo")->getVal("a"), 7);
     Database::clearAll();
     EXPECT_EQ(Database::get("config.nvo")->getVal("a"), 2);
-    Database::clearAll();
     EXPECT_EQ(out.text().find("FAIL: Database.load: Nie udalo sie otworzyc pliku \"config.nvo\"\n"), 0u);
 }
 

@@ -114,6 +114,7 @@ TEST_F(ResourceTest, ArchivesThatLieAreRefusedWithTheirReason) {
         {"cut", std::string("CRES\x02\0\0", 7), "Brak naglowka \"cut\""},
         {"v3", std::string("CRES\x03", 5) + std::string(8, '\0'), "Nieobslugiwana wersja resfile \"v3\""},
         {"count", patched(ENTRY_COUNT_AT, 2), noTable + "count\""},
+        {"absurd", patched(ENTRY_COUNT_AT, 0xFFFFFFFFu), noTable + "absurd\""},  // refused before room is reserved
         {"broken", good.substr(0, FIRST_NAME_LENGTH_AT - 3), noTable + "broken\""},
         {"long", patched(FIRST_NAME_LENGTH_AT, 1000), "Nie udalo sie zajac miejsca na nazwe pliku \"long\" (1000)"},
         {"missing", "", ""},  // not written: the caller reports a missing file

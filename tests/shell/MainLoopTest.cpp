@@ -13,8 +13,7 @@
 
 namespace {
 
-using Calls = std::vector<std::string>;
-Calls calls;
+std::vector<std::string> calls;
 
 // Writes every call into `calls`, with whether it stood on top at init and who did at resume.
 struct LoggedState : GameState {
@@ -56,9 +55,10 @@ TEST(EngineTest, PopResumesTheLowerWhileTheUpperIsTopAndOnlyTheLastPopOrQuitStop
     EXPECT_FALSE(Engine::isRunning());
     EXPECT_EQ(Engine::depth(), 2u);
     Engine::clear();
-    EXPECT_EQ(calls, (Calls{"a init on top", "a pause", "b init on top", "b update 0.125000", "b draw",
-                            "a resume under b", "b clear", "b delete", "a update 0.500000", "a clear", "a delete",
-                            "c init on top", "c pause", "d init on top", "d clear", "d delete", "c clear", "c delete"}));
+    EXPECT_EQ(calls, (std::vector<std::string>{
+                         "a init on top", "a pause", "b init on top", "b update 0.125000", "b draw", "a resume under b",
+                         "b clear", "b delete", "a update 0.500000", "a clear", "a delete", "c init on top", "c pause",
+                         "d init on top", "d clear", "d delete", "c clear", "c delete"}));
 }
 
 void pushEvent(Uint8 type, SDLKey key = SDLK_F4, int mod = KMOD_NONE) {
