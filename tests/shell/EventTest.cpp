@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "shell/Event.h"
@@ -12,63 +13,36 @@ namespace {
 int32_t fakeNow = 0;
 int32_t fakeClock() { return fakeNow; }
 
-Event withInput(int type, int input) {
-    Event event;
-    event.type = type;
-    event.input = input;
-    return event;
-}
-
-Event sound(const char* text) { return Event::sound(1.0f, strcpy(new char[strlen(text) + 1], text)); }
-
-class EventTest : public ::testing::Test {
-protected:
-    void SetUp() override { EventClock::setSource(fakeClock); }
-    void TearDown() override { EventClock::setSource(nullptr); }
-    std::vector<int> inputs() const {
-        std::vector<int> result;
-        for (const Event& event : listener.queue) result.push_back(event.input);
-        return result;
-    }
+TEST(EventTest, RunsOfOneInputCollapseWhateverTheTypeAndKeepWhenTheRunWasLastSeen) {
+    EventClock::setSource(fakeClock);
     EventListener listener;
-};
-
-TEST_F(EventTest, RunsCollapseByInputAloneAndTheEntryKeepsWhenItWasLastSeen) {
-    listener.onEvent(withInput(EVENT_CHARACTER, 0));
-    listener.onEvent(withInput(EVENT_SOUND, 0));
-    listener.onEvent(withInput(EVENT_CHARACTER, 5));
-    fakeNow = 1100;
-    listener.onEvent(withInput(EVENT_SPEECH, 5));
-    EXPECT_EQ(listener.queue.back().type, EVENT_CHARACTER);
-    EXPECT_EQ(listener.queue.back().endTime, 1100);
-    fakeNow = 1250;
-    listener.onEvent(withInput(EVENT_CHARACTER, 3));
-    listener.onEvent(withInput(EVENT_CHARACTER, 0));
-    listener.onEvent(withInput(EVENT_CHARACTER, 0));
-    EXPECT_EQ(inputs(), std::vector<int>({0, 5, 3, 0}));
-    EXPECT_EQ(std::next(listener.queue.begin())->endTime, 1250);
-    // Idle doesn't end the input before it.
-    EXPECT_EQ(std::next(listener.queue.begin(), 2)->endTime, 0);
+    const int steps[][3] = {{10, EVENT_CHARACTER, 0}, {20, EVENT_SOUND, 0},     {30, EVENT_CHARACTER, 5},
+                            {40, EVENT_SPEECH, 5},    {50, EVENT_CHARACTER, 3}, {60, EVENT_CHARACTER, 3},
+                            {70, EVENT_CHARACTER, 0}};
+    for (const auto& [now, type, input] : steps) {
+        fakeNow = now;
+        listener.onEvent(Event{type, input});
+    }
+    EventClock::setSource(nullptr);
+    // Input and endTime of each entry: an idle event ends no run.
+    std::vector<std::pair<int, int>> queue;
+    for (const Event& kept : listener.queue) queue.emplace_back(kept.input, kept.endTime);
+    EXPECT_EQ(queue, (std::vector<std::pair<int, int>>{{0, 30}, {5, 50}, {3, 60}, {0, 0}}));
 }
 
-// Under the sanitizers this also shows that every name is freed exactly
-// once, whichever way it leaves.
-TEST_F(EventTest, SoundNamesBelongToTheListenerWhetherKeptOrDropped) {
-    listener.onEvent(sound("first.ogg"));
-    listener.onEvent(sound("dropped-in-the-same-frame.ogg"));
-    listener.onEvent(withInput(EVENT_CHARACTER, INPUT_HIT));
-    listener.onEvent(sound("kept.ogg"));
-    listener.onEvent(withInput(EVENT_CHARACTER, 0));
-    listener.onEvent(sound("dropped-behind-idle.ogg"));
+// Under the sanitizers this shows that every name is freed once, whichever way it leaves.
+TEST(EventTest, SoundNamesBelongToTheListenerWhetherKeptOrDropped) {
+    auto sound = [](const char* name) { return Event::sound(1.0f, strcpy(new char[strlen(name) + 1], name)); };
+    EventListener listener;
+    for (const Event& event : {sound("first"), sound("dropped"), Event{EVENT_CHARACTER, INPUT_HIT}, sound("kept")})
+        listener.onEvent(event);
     std::vector<std::string> names;
-    listener.drain([&](const Event& event) {
-        if (event.type == EVENT_SOUND) names.push_back(event.name);
-    });
-    EXPECT_EQ(names, std::vector<std::string>({"first.ogg", "kept.ogg"}));
+    listener.drain([&](const Event& event) { names.push_back(event.name ? event.name : "-"); });
+    EXPECT_EQ(names, std::vector<std::string>({"first", "-", "kept"}));
     EXPECT_TRUE(listener.queue.empty());
-    listener.onEvent(sound("left-for-clear.ogg"));
+    listener.onEvent(sound("left for clear"));
     listener.clear();
-    listener.onEvent(sound("left-for-the-destructor.ogg"));
+    listener.onEvent(sound("left for the destructor"));
 }
 
 }  // namespace
