@@ -3,10 +3,11 @@
 #include <SDL/SDL_net.h>
 
 #include <cstdint>
-#include <list>
 #include <string>
 
+#include "network/FrameReader.h"
 #include "network/Packet.h"
+#include "network/PacketQueue.h"
 
 // The joining side's TCP transport: one connection, polled on the main
 // thread. send writes at once; reception is drained by updatePing.
@@ -31,7 +32,7 @@ public:
 
     bool isConnected() const { return socket != nullptr; }
     // The front of the inbound queue, now the caller's; null if empty.
-    Packet* pop();
+    Packet* pop() { return in.pop(); }
 
     int32_t ping = 0;
     // Bytes read from and written to the socket since the object was made.
@@ -41,7 +42,13 @@ public:
     uint32_t (*now)() = SDL_GetTicks;
 
 private:
+    int receive(uint8_t* into, uint32_t count);
+    void deliver(Packet* packet);
+
     TCPsocket socket = nullptr;
     SDLNet_SocketSet set = nullptr;
-    std::list<Packet*> in;
+    uint32_t pingTime = 0;
+    uint32_t pingsMissed = 0;
+    FrameReader reader{"SocketClient.updateRecv"};
+    PacketQueue in;
 };

@@ -1,9 +1,9 @@
 #pragma once
 #include <SDL/SDL.h>
 #include <SDL/SDL_net.h>
+#include <poll.h>
 
 #include <cstdint>
-#include <list>
 #include <vector>
 
 #include "network/Packet.h"
@@ -48,8 +48,27 @@ public:
 
     // The millisecond clock of the pings; tests replace it before init.
     uint32_t (*now)() = SDL_GetTicks;
+    // How long the worker waits on its sockets for something to do, in
+    // milliseconds; 0 spins. Set before init.
+    int waitMs = 1;
+    // Frame bytes a client's outbound queue may hold; a client that lets
+    // more pile up has stopped reading and is dropped.
+    static constexpr uint32_t MAX_QUEUED = 4u << 20;
 
 private:
+    static int workerMain(void* self);
+    void pass();
+    void waitForSockets();
+    void updateJoin();
+    void updatePing();
+    void updateClientIn(Client* client);
+    int receive(Client* client, uint8_t* into, uint32_t count);
+    void deliver(Client* client, Packet* packet);
+    void updateClientOut(Client* client);
+    bool queueOut(Client* client, Packet* packet);
+    void removeClient(Client* client);
+    Client* clientAt(int id);
+
     TCPsocket server = nullptr;
     SDLNet_SocketSet set = nullptr;
     std::vector<Client*> clients;  // index = id; null = free
@@ -57,4 +76,11 @@ private:
     bool running = false;
     SDL_Thread* thread = nullptr;
     SDL_mutex* mutex = nullptr;
+    int serverDescriptor = -1;
+    uint64_t bytesIn = 0;
+    uint64_t bytesOut = 0;
+    // The worker's own: what it waits on and what the wait found, per id.
+    std::vector<pollfd> waitSet;
+    std::vector<int> waitIds;
+    std::vector<short> readiness;
 };

@@ -7,6 +7,8 @@
 #include <new>
 #include <unistd.h>
 
+#include "resources/LittleEndian.h"
+
 namespace {
 
 std::map<std::string, std::unique_ptr<Database>> registry;
@@ -34,9 +36,9 @@ public:
     unsigned position() const { return static_cast<unsigned>(consumed); }
 
     bool readU32(uint32_t& out) {
-        unsigned char bytes[4];
+        uint8_t bytes[4];
         if (!readRaw(reinterpret_cast<char*>(bytes), 4)) return false;
-        out = uint32_t(bytes[0]) | uint32_t(bytes[1]) << 8 | uint32_t(bytes[2]) << 16 | uint32_t(bytes[3]) << 24;
+        out = LittleEndian::readU32(bytes);
         return true;
     }
 
@@ -72,7 +74,9 @@ private:
 };
 
 void putU32(std::string& out, uint32_t value) {
-    for (int shift = 0; shift < 32; shift += 8) out.push_back(static_cast<char>((value >> shift) & 0xFF));
+    uint8_t bytes[4];
+    LittleEndian::writeU32(bytes, value);
+    out.append(reinterpret_cast<const char*>(bytes), sizeof bytes);
 }
 
 void putText(std::string& out, const std::string& text) {

@@ -6,6 +6,8 @@
 #include <cstring>
 #include <new>
 
+#include "resources/LittleEndian.h"
+
 namespace {
 
 const char MAGIC[4] = {'C', 'R', 'E', 'S'};
@@ -19,10 +21,6 @@ const uint64_t MAX_UNPACKED_SIZE = 256u << 20;
 // deflate cannot do better than about 1032:1, so a larger claim is a lie.
 const uint64_t MAX_DEFLATE_RATIO = 1032;
 const uint64_t DEFLATE_SLACK = 64;
-
-uint32_t littleEndian32(const unsigned char* b) {
-    return uint32_t(b[0]) | uint32_t(b[1]) << 8 | uint32_t(b[2]) << 16 | uint32_t(b[3]) << 24;
-}
 
 }  // namespace
 
@@ -120,9 +118,9 @@ bool Resfile::readBytes(void* out, uint32_t length) {
 }
 
 bool Resfile::readU32(uint32_t& out) {
-    unsigned char bytes[4];
+    uint8_t bytes[4];
     if (!readBytes(bytes, 4)) return false;
-    out = littleEndian32(bytes);
+    out = LittleEndian::readU32(bytes);
     return true;
 }
 

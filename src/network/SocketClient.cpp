@@ -1,0 +1,135 @@
+#include "network/SocketClient.h"
+
+#include "resources/LittleEndian.h"
+#include "shell/Log.h"
+
+namespace {
+
+const uint32_t PING_INTERVAL = 5000;
+const uint32_t PINGS_MISSED_LIMIT = 5;
+
+}  // namespace
+
+SocketClient::~SocketClient() { close(); }
+
+bool SocketClient::init(const std::string& host, uint16_t port) {
+    close();
+    IPaddress address;
+    SDLNet_ResolveHost(&address, host.c_str(), port);
+    if (address.host == INADDR_NONE) {
+        Log::fail("SocketClient.init: Nie udalo sie znalezc adresu \"%s\"", host.c_str());
+        return false;
+    }
+    socket = SDLNet_TCP_Open(&address);
+    if (!socket) {
+        Log::fail("SocketClient.init: Nie udalo sie otworzyc socketa (adres \"%s\" port %d)", host.c_str(), port);
+        return false;
+    }
+    set = SDLNet_AllocSocketSet(1);
+    if (!set) {
+        Log::fail("SocketClient.init: Nie udalo sie stworzyc socket seta");
+        close();
+        return false;
+    }
+    if (SDLNet_TCP_AddSocket(set, socket) < 1) {
+        Log::fail("SocketClient.init: Nie udalo sie dodac socketa do socket seta");
+        close();
+        return false;
+    }
+    ping = 0;
+    pingTime = now();
+    pingsMissed = 0;
+    Log::ok("SocketClient.init: Polaczono z %s na porcie %d", host.c_str(), port);
+    return true;
+}
+
+void SocketClient::close() {
+    if (socket) SDLNet_TCP_Close(socket);
+    if (set) SDLNet_FreeSocketSet(set);
+    socket = nullptr;
+    set = nullptr;
+    in.clear();
+    reader.reset();
+}
+
+void SocketClient::send(int type, uint32_t size, const void* data) {
+    if (!socket) return;
+    if (!data) size = 0;
+    uint8_t typeBytes[4];
+    uint8_t sizeBytes[4];
+    LittleEndian::writeI32(typeBytes, type);
+    LittleEndian::writeU32(sizeBytes, size);
+    int64_t sent = SDLNet_TCP_Send(socket, typeBytes, sizeof typeBytes);
+    sent += SDLNet_TCP_Send(socket, sizeBytes, sizeof sizeBytes);
+    if (size > 0) sent += SDLNet_TCP_Send(socket, data, int(size));
+    if (sent > 0) bytesOut += uint64_t(sent);
+    if (sent < int64_t(size) + int64_t(Packet::HEADER_SIZE)) {
+        Log::fail("SocketClient.send: Rozlaczono");
+        close();
+    }
+}
+
+bool SocketClient::updateRecv() {
+    if (!socket || SDLNet_CheckSockets(set, 0) < 1) return false;
+    Packet* packet = nullptr;
+    uint64_t before = bytesIn;
+    FrameReader::Read read = [this](uint8_t* into, uint32_t count) { return receive(into, count); };
+    switch (reader.step(read, packet)) {
+    case FrameReader::HEADER_PENDING:
+        return false;
+    case FrameReader::PAYLOAD_PENDING:
+        // A peer that closed mid-payload stays readable with nothing to read.
+        return bytesIn != before;
+    case FrameReader::LOST:
+        Log::fail("SocketClient.updateRecv: Rozlaczono");
+        close();
+        return false;
+    case FrameReader::REFUSED:
+        close();
+        return false;
+    case FrameReader::COMPLETE:
+        deliver(packet);
+        return true;
+    }
+    return false;
+}
+
+// Reads only what is there: the payload may lag behind its header, and the
+// frame must not stall waiting for it.
+int SocketClient::receive(uint8_t* into, uint32_t count) {
+    if (!SDLNet_SocketReady(socket) && SDLNet_CheckSockets(set, 0) < 1) return 0;
+    int got = SDLNet_TCP_Recv(socket, into, int(count));
+    if (got > 0) bytesIn += uint64_t(got);
+    return got;
+}
+
+void SocketClient::deliver(Packet* packet) {
+    if (packet->type > PING_SERVER) {
+        in.push(packet);
+        return;
+    }
+    if (packet->type == PING_SERVER) {
+        send(PING_SERVER, packet->size, packet->payload());
+    } else {
+        pingsMissed = 0;
+        if (packet->size >= 4) ping = int32_t(now() - LittleEndian::readU32(packet->payload()));
+    }
+    Packet::destroy(packet);
+}
+
+void SocketClient::updatePing() {
+    if (!socket) return;
+    uint32_t time = now();
+    if (pingsMissed > PINGS_MISSED_LIMIT) {
+        Log::fail("SocketClient.updatePing: Rozlaczono");
+        close();
+    } else if (int32_t(time - pingTime) > int32_t(PING_INTERVAL)) {
+        uint8_t stamp[4];
+        LittleEndian::writeU32(stamp, time);
+        send(PING_CLIENT, sizeof stamp, stamp);
+        pingTime = time;
+        pingsMissed += 1;
+    }
+    while (socket && updateRecv()) {
+    }
+}

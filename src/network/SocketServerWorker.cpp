@@ -1,0 +1,206 @@
+// The worker thread of SocketServer: accepting, reading, writing, pinging.
+#include <sys/socket.h>
+#include <sys/uio.h>
+
+#include <cerrno>
+
+#include "network/SocketDescriptor.h"
+#include "network/SocketServer.h"
+#include "network/SocketServerClient.h"
+#include "resources/LittleEndian.h"
+#include "shell/Log.h"
+
+namespace {
+
+const uint32_t PING_INTERVAL = 7500;
+const uint32_t PINGS_MISSED_LIMIT = 3;
+
+bool wouldBlock() { return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR; }
+
+}  // namespace
+
+int SocketServer::workerMain(void* self) {
+    SocketServer* server = static_cast<SocketServer*>(self);
+    while (server->isRunning()) server->pass();
+    return 0;
+}
+
+void SocketServer::pass() {
+    waitForSockets();
+    updateJoin();
+    updatePing();
+    // Only this thread grows the table, so its size can be read without the
+    // lock here; each slot is looked at under it.
+    for (size_t id = 0; id < clients.size(); ++id) {
+        MutexHold hold(mutex);
+        Client* client = clients[id];
+        if (!client) continue;
+        short events = id < readiness.size() ? readiness[id] : 0;
+        if (events & (POLLIN | POLLERR | POLLHUP)) updateClientIn(client);
+        if (clients[id] == client && client->hasOutput()) updateClientOut(client);
+    }
+}
+
+// Sleeps until a socket has something to read, a pending frame can be
+// written, or waitMs has passed; a packet the main thread queues meanwhile
+// waits for the end of that time.
+void SocketServer::waitForSockets() {
+    waitSet.assign(1, pollfd{serverDescriptor, POLLIN, 0});
+    waitIds.clear();
+    {
+        MutexHold hold(mutex);
+        for (Client* client : clients) {
+            if (!client) continue;
+            short events = short((client->readEnded ? 0 : POLLIN) | (client->hasOutput() ? POLLOUT : 0));
+            if (!events) continue;
+            waitSet.push_back(pollfd{client->descriptor, events, 0});
+            waitIds.push_back(client->id);
+        }
+    }
+    int ready = poll(waitSet.data(), waitSet.size(), waitMs);
+    readiness.assign(clients.size(), 0);
+    if (ready <= 0) return;
+    for (size_t i = 1; i < waitSet.size(); ++i) readiness[size_t(waitIds[i - 1])] = waitSet[i].revents;
+}
+
+void SocketServer::updateJoin() {
+    if (!(waitSet[0].revents & POLLIN)) return;
+    TCPsocket socket = SDLNet_TCP_Accept(server);
+    if (!socket) return;
+    MutexHold hold(mutex);
+    if (SDLNet_AddSocket(set, reinterpret_cast<SDLNet_GenericSocket>(socket)) < 1) {
+        Log::fail("SocketServer.updateJoin: Nie udalo sie dodac klienta do socket seta");
+        SDLNet_TCP_Close(socket);
+        return;
+    }
+    int descriptor = socketDescriptor(socket);
+    size_t id = 0;
+    while (id < clients.size() && clients[id]) ++id;
+    Client* client = descriptor < 0 ? nullptr : new (std::nothrow) Client(socket, descriptor, int(id), now());
+    if (!client) {
+        Log::fail("SocketServer.updateJoin: Nie udalo sie przyjac klienta");
+        SDLNet_DelSocket(set, reinterpret_cast<SDLNet_GenericSocket>(socket));
+        SDLNet_TCP_Close(socket);
+        return;
+    }
+    if (id == clients.size())
+        clients.push_back(client);
+    else
+        clients[id] = client;
+    clientCount += 1;
+    const uint8_t* address = reinterpret_cast<const uint8_t*>(&SDLNet_TCP_GetPeerAddress(socket)->host);
+    Log::info("SocketServer.updateJoin: Polaczono z %d.%d.%d.%d; Klient %u", address[0], address[1], address[2],
+              address[3], unsigned(id));
+}
+
+void SocketServer::updatePing() {
+    MutexHold hold(mutex);
+    uint32_t time = now();
+    for (Client* client : clients) {
+        if (!client) continue;
+        if (client->pingsMissed > PINGS_MISSED_LIMIT) {
+            Log::fail("SocketServer.updatePing: Rozlaczono");
+            removeClient(client);
+            return;
+        }
+        if (int32_t(time - client->pingTime) <= int32_t(PING_INTERVAL)) continue;
+        uint8_t stamp[4];
+        LittleEndian::writeU32(stamp, time);
+        Packet* ping = Packet::create(PING_SERVER, sizeof stamp, stamp);
+        if (!ping) continue;
+        if (!queueOut(client, ping)) {
+            removeClient(client);
+            return;
+        }
+        client->pingTime = time;
+        client->pingsMissed += 1;
+    }
+}
+
+void SocketServer::updateClientIn(Client* client) {
+    Packet* packet = nullptr;
+    FrameReader::Read read = [this, client](uint8_t* into, uint32_t count) { return receive(client, into, count); };
+    switch (client->reader.step(read, packet)) {
+    case FrameReader::HEADER_PENDING:
+    case FrameReader::PAYLOAD_PENDING:
+        return;
+    case FrameReader::LOST:
+        Log::fail("SocketServer.updateClientIn: Rozlaczono");
+        removeClient(client);
+        return;
+    case FrameReader::REFUSED:
+        removeClient(client);
+        return;
+    case FrameReader::COMPLETE:
+        deliver(client, packet);
+        return;
+    }
+}
+
+// A read of what is there now, never a wait: 0 when nothing is.
+int SocketServer::receive(Client* client, uint8_t* into, uint32_t count) {
+    ssize_t got = recv(client->descriptor, into, count, MSG_DONTWAIT);
+    if (got > 0) {
+        bytesIn += uint64_t(got);
+        return int(got);
+    }
+    if (got == 0) {
+        // An orderly close stays in the table until a write or the pings
+        // find it out, but it is not waited on any more: it is always readable.
+        client->readEnded = true;
+        return 0;
+    }
+    return wouldBlock() ? 0 : -1;
+}
+
+void SocketServer::deliver(Client* client, Packet* packet) {
+    if (packet->type > PING_SERVER) {
+        client->in.push(packet);
+        return;
+    }
+    if (packet->type == PING_SERVER) {
+        client->pingsMissed = 0;
+        if (packet->size >= 4) client->ping = int32_t(now() - LittleEndian::readU32(packet->payload()));
+        Packet::destroy(packet);
+        return;
+    }
+    // A ping of the client goes back just as it came.
+    if (!queueOut(client, packet)) removeClient(client);
+}
+
+// Writes what the socket takes of one frame now; the rest of it goes on a
+// later pass, so a client that reads slowly holds up nobody.
+void SocketServer::updateClientOut(Client* client) {
+    if (!client->sending) {
+        client->sending = client->out.pop();
+        client->sent = 0;
+    }
+    Packet* packet = client->sending;
+    uint8_t header[Packet::HEADER_SIZE];
+    LittleEndian::writeI32(header, packet->type);
+    LittleEndian::writeU32(header + 4, packet->size);
+    iovec parts[2];
+    size_t partCount = 0;
+    if (client->sent < Packet::HEADER_SIZE) {
+        parts[partCount++] = iovec{header + client->sent, Packet::HEADER_SIZE - client->sent};
+        parts[partCount++] = iovec{packet->payload(), packet->size};
+    } else {
+        uint32_t payloadSent = client->sent - Packet::HEADER_SIZE;
+        parts[partCount++] = iovec{packet->payload() + payloadSent, packet->size - payloadSent};
+    }
+    msghdr message{};
+    message.msg_iov = parts;
+    message.msg_iovlen = partCount;
+    ssize_t written = sendmsg(client->descriptor, &message, MSG_DONTWAIT | MSG_NOSIGNAL);
+    if (written < 0) {
+        if (wouldBlock()) return;
+        Log::info("SocketServer.updateClientOut: Rozlaczono");
+        removeClient(client);
+        return;
+    }
+    bytesOut += uint64_t(written);
+    client->sent += uint32_t(written);
+    if (client->sent < Packet::HEADER_SIZE + packet->size) return;
+    Packet::destroy(packet);
+    client->sending = nullptr;
+}
