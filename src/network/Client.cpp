@@ -49,6 +49,10 @@ void Client::update(float dt) {
     socket.updatePing();
     // One packet per frame: a burst is worked off in order, frame by frame.
     if (Packet* packet = socket.pop()) parse(packet);
+    simulate(dt);
+}
+
+void Client::simulate(float dt) {
     if (!(gameState & 1)) return;
     if (bot) bot->update(dt);
     sendControllerState(dt);

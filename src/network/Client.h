@@ -62,6 +62,10 @@ public:
     void setController(Controller* controller);
     // Acts on one packet from the server and frees it.
     void parse(Packet* packet);
+    // The frame of the world that follows each packet in update: while the
+    // game runs, the bot, our controls to the server, and the game mode.
+    // With parse, it lets packets be checked without a peer.
+    void simulate(float dt);
 
     SocketClient socket;
     float reconnectTimer = 0.0f;

@@ -1,13 +1,13 @@
 // What a client makes of the server's packets. The server may be anyone's:
 // every payload is checked before it is read, ids must name a slot of the
-// table, and scripts load only from the game's own folders.
+// table, and scripts and sounds load only from the game's own folders.
 #include "audio/Sound.h"
 #include "gameplay/Arena.h"
 #include "gameplay/Bot.h"
 #include "gameplay/Deathmatch.h"
 #include "network/Client.h"
 #include "network/Payload.h"
-#include "network/ScriptPath.h"
+#include "network/GamePath.h"
 #include "shell/Log.h"
 
 namespace Network {
@@ -125,6 +125,11 @@ void Client::parseSound(Packet* packet) {
     float volume = 0.0f;
     std::string name;
     if (!in.readF32(&volume) || !in.readText(&name)) return logShortPacket(packet);
+    // Nor may a server have us read files from outside the game.
+    if (!GamePath::isInside(name, "")) {
+        Log::fail("Client.parse: SOUND; Niedozwolona nazwa \"%s\"", name.c_str());
+        return;
+    }
     Sound::play(name, volume);
 }
 
@@ -198,7 +203,7 @@ void Client::parseCharacterInfo(Packet* packet) {
     Log::info("Client.parse: CHARACTER_INFO; id: %d; path: \"%s\"", slot, path.c_str());
     Player* player = playerFor(slot, packet);
     if (!player || !arena) return;
-    if (!ScriptPath::isInside(path, FIGHTER_FOLDER)) {
+    if (!GamePath::isInside(path, FIGHTER_FOLDER)) {
         Log::fail("Client.parse: CHARACTER_INFO; Niedozwolona sciezka \"%s\"", path.c_str());
         return;
     }
@@ -226,7 +231,7 @@ void Client::parseArenaInfo(Packet* packet) {
     if (!in.readText(&path)) return logShortPacket(packet);
     Log::info("Client.parse: ARENA_INFO; path: \"%s\"", path.c_str());
     if (!arena) return;
-    if (!ScriptPath::isInside(path, ARENA_FOLDER)) {
+    if (!GamePath::isInside(path, ARENA_FOLDER)) {
         Log::fail("Client.parse: ARENA_INFO; Niedozwolona sciezka \"%s\"", path.c_str());
         return;
     }

@@ -5,7 +5,7 @@
 #include "gameplay/Arena.h"
 #include "gameplay/GameMode.h"
 #include "network/Payload.h"
-#include "network/ScriptPath.h"
+#include "network/GamePath.h"
 #include "network/Server.h"
 #include "resources/Resource.h"
 #include "shell/Log.h"
@@ -112,7 +112,7 @@ void Server::parseCharacterInfo(int id, Packet* packet) {
     if (!in.readI32(&claimedId) || !in.readText(&path)) return logShortPacket(id, packet);
     Log::info("Server.parse[%02d]: CHARACTER_INFO: path: \"%s\"", id, path.c_str());
     // A host runs no script from outside its own fighters' folder.
-    if (!ScriptPath::isInside(path, FIGHTER_FOLDER)) {
+    if (!GamePath::isInside(path, FIGHTER_FOLDER)) {
         Log::fail("Server.parse[%02d]: CHARACTER_INFO: Niedozwolona sciezka \"%s\"", id, path.c_str());
         return refuseCharacter(id, path);
     }

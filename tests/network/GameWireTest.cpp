@@ -193,6 +193,7 @@ TEST_F(GameWireTest, ClientSpeaksTheSequenceAndTrustsNothingItHears) {
         {frame(CONTROLLER_RELAY, word(3) + word(0x21)), ""},
         {frame(SERVER_INFO, word(65) + word(0)), "Client.parse: SERVER_INFO; Zla liczba graczy 65"},
         {frame(SOUND, "\0\0\x80\x3f" "a\0"s + std::string(8, '\0')), "Sound.play: Nie udalo sie wczytac dzwieku \"a\""},
+        {frame(SOUND, "\0\0\x80\x3f" "/dev/zero\0"s), "Client.parse: SOUND; Niedozwolona nazwa \"/dev/zero\""},
         {frame(DISCONNECT, ""), "Client.parse: DISCONNECT; Serwer konczy gre"},
         {frame(CONNECT, word(5) + word(8)), "Client.parse: CONNECT; id: 5 (max 4); pid: 8"},
     };

@@ -1,10 +1,11 @@
-#include "network/ScriptPath.h"
+#include "network/GamePath.h"
 
-namespace ScriptPath {
+namespace GamePath {
 
 bool isInside(const std::string& path, const std::string& folder) {
+    if (path.empty() || path[0] == '/') return false;
     if (path.compare(0, folder.size(), folder) != 0) return false;
-    // The folder itself names no script; a leading '/' is caught by the prefix.
+    // The folder itself names no file.
     if (path.size() == folder.size()) return false;
     std::size_t start = 0;
     while (start <= path.size()) {
@@ -16,4 +17,4 @@ bool isInside(const std::string& path, const std::string& folder) {
     return true;
 }
 
-}  // namespace ScriptPath
+}  // namespace GamePath

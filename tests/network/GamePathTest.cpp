@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "network/ScriptPath.h"
+#include "network/GamePath.h"
 
-TEST(GameScriptPath, OnlyRelativePathsInsideTheFolderThatNeverClimbOut) {
+TEST(GamePath, OnlyRelativePathsInsideTheFolderThatNeverClimbOut) {
     const struct {
         const char* path;
         bool inside;
@@ -21,5 +21,10 @@ TEST(GameScriptPath, OnlyRelativePathsInsideTheFolderThatNeverClimbOut) {
         {"character//../x", false},
         {"", false},
     };
-    for (const auto& c : cases) EXPECT_EQ(ScriptPath::isInside(c.path, "character/"), c.inside) << c.path;
+    for (const auto& c : cases) EXPECT_EQ(GamePath::isInside(c.path, "character/"), c.inside) << c.path;
+    // Anywhere in the game's folder, as sounds are.
+    EXPECT_TRUE(GamePath::isInside("a", ""));
+    EXPECT_FALSE(GamePath::isInside("/dev/zero", ""));
+    EXPECT_FALSE(GamePath::isInside("../a.ogg", ""));
+    EXPECT_FALSE(GamePath::isInside("", ""));
 }
