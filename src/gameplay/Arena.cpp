@@ -58,7 +58,8 @@ bool Arena::init(const std::string& scriptPath) {
     }
     lua.call("init");
 
-    if (!background.sprite) background.setSprite(DEFAULT_BACKGROUND);
+    // The server draws nothing and loads no pictures.
+    if (objectType != OBJECT_SERVER && !background.sprite) background.setSprite(DEFAULT_BACKGROUND);
     if (max.x < min.x) std::swap(min.x, max.x);
     if (max.y < min.y) std::swap(min.y, max.y);
     if ((max - min).length() == 0.0f) setSize(DEFAULT_X, DEFAULT_Y, DEFAULT_W, DEFAULT_H);

@@ -2,10 +2,16 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <unistd.h>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
 
 #include "network/Packet.h"
 #include "resources/LittleEndian.h"
+#include "resources/Resource.h"
 #include "shell/Log.h"
 
 // The fuzz input as packets: frames as on the wire, a type and a size of 4
@@ -24,9 +30,24 @@ void forEachPacket(const uint8_t* data, size_t size, size_t prefix, Handle handl
     }
 }
 
-// Silence, and the game's content where the scripts expect it.
-inline bool prepareGameFolder() {
+// Silence, and the game's content in the resource store under the names the
+// scripts use. The working directory stays: libFuzzer reads its corpus
+// relative to it.
+inline bool prepareGameContent() {
     if (!freopen("/dev/null", "w", stdout)) return false;
     Log::setFlags(0);
-    return chdir(KORVANE_SOURCE_DIR "/data") == 0;
+    const std::filesystem::path root = KORVANE_SOURCE_DIR "/data";
+    std::error_code error;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(root, error)) {
+        if (!entry.is_regular_file()) continue;
+        std::ifstream in(entry.path(), std::ios::binary);
+        std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+        if (bytes.empty()) continue;
+        char* copy = new char[bytes.size() + 1];
+        std::memcpy(copy, bytes.data(), bytes.size());
+        copy[bytes.size()] = 0;
+        Resource::preload(entry.path().lexically_relative(root).string(), uint32_t(bytes.size()), copy);
+    }
+    // The store's records die with the process; what they hold goes first.
+    return !error && atexit(Resource::clear) == 0;
 }

@@ -9,7 +9,7 @@
 #include "network/Client.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    static const bool ready = prepareGameFolder();
+    static const bool ready = prepareGameContent();
     if (!ready || size < 1) return 0;
 
     Network::Client client;

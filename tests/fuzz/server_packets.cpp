@@ -12,7 +12,7 @@
 #include "network/Server.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    static const bool ready = prepareGameFolder();
+    static const bool ready = prepareGameContent();
     if (!ready) return 0;
 
     auto* arena = new Arena();

@@ -19,6 +19,7 @@ TEST_F(ArenaTest, ScriptWithoutShapeGetsTheDefaultFloorAndTwoStarts) {
     EXPECT_FLOAT_EQ(arena.startPositions[0].x, 200.0f);
     EXPECT_FLOAT_EQ(arena.startPositions[1].x, 600.0f);
     EXPECT_FLOAT_EQ(arena.startPositions[1].y, 450.0f);
+    EXPECT_EQ(arena.background.sprite, nullptr);  // not even the default picture on the server
 }
 
 TEST_F(ArenaTest, FightersFillTheStartsInTurnAndFaceTheCentre) {
