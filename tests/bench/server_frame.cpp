@@ -8,8 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "gameplay/Arena.h"
-#include "gameplay/Deathmatch.h"
+#include "../support/HostedWorld.h"
 #include "network/Payload.h"
 #include "network/Server.h"
 #include "network/SocketClient.h"
@@ -22,13 +21,8 @@ const int PORT = 17299;
 
 struct Host {
     explicit Host(int players) {
-        auto* arena = new Arena();
-        arena->objectType = OBJECT_SERVER;
-        arena->init("arena/osmiornica/init.lua");
-        auto* rules = new GameModes::Deathmatch();
-        rules->objectType = OBJECT_SERVER;
-        rules->init();
-        if (!server.init(rules, arena, PORT)) return;
+        HostedWorld world;
+        if (!server.init(world.rules, world.arena, PORT) || !world.loaded) return;
         // Bare transports that say what a client says and read what comes.
         Payload::Writer connect;
         connect.writeI32(-1);

@@ -6,27 +6,21 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "../support/HostedWorld.h"
 #include "PacketStream.h"
-#include "gameplay/Arena.h"
-#include "gameplay/Deathmatch.h"
 #include "network/Server.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     static const bool ready = prepareGameContent();
     if (!ready) return 0;
 
-    auto* arena = new Arena();
-    arena->objectType = OBJECT_SERVER;
-    arena->init("arena/osmiornica/init.lua");
-    auto* rules = new GameModes::Deathmatch();
-    rules->objectType = OBJECT_SERVER;
-    rules->init();
+    HostedWorld world;
     Network::Server server;
-    server.initWithoutSocket(rules, arena);
+    server.initWithoutSocket(world.rules, world.arena);
     forEachPacket(data, size, 1, [&](const uint8_t* head, Packet* packet) {
         if (packet) server.parse(int(head[0] % 67) - 1, packet);
     });
-    rules->start();
-    for (int frame = 0; frame < 3; ++frame) rules->update(1.0f / 60.0f);
+    world.rules->start();
+    for (int frame = 0; frame < 3; ++frame) world.rules->update(1.0f / 60.0f);
     return 0;
 }

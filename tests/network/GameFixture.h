@@ -8,9 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "HostedWorld.h"
 #include "RawPeer.h"
-#include "gameplay/Arena.h"
-#include "gameplay/Deathmatch.h"
 #include "network/Client.h"
 #include "network/Server.h"
 
@@ -37,14 +36,10 @@ protected:
 
     // A deathmatch in the octopus's lair, listening on `port`.
     void host(int port) {
-        auto* arena = new Arena();
-        arena->objectType = OBJECT_SERVER;
-        ASSERT_TRUE(arena->init(ARENA));
-        auto* rules = new GameModes::Deathmatch();
-        rules->objectType = OBJECT_SERVER;
-        rules->init();
+        HostedWorld world;
         server = std::make_unique<Network::Server>();
-        ASSERT_TRUE(server->init(rules, arena, port));
+        ASSERT_TRUE(server->init(world.rules, world.arena, port));
+        ASSERT_TRUE(world.loaded);
     }
 
     // A client of the default fighter that tries to connect on its first update.
