@@ -10,6 +10,7 @@
 
 #include "HostedWorld.h"
 #include "RawPeer.h"
+#include "audio/Sound.h"
 #include "network/Client.h"
 #include "network/Server.h"
 
@@ -30,6 +31,8 @@ protected:
         // Clients first: they leave a server that still listens.
         clients.clear();
         server.reset();
+        // A main client's sounds stay cached until then.
+        Sound::clear();
         EXPECT_EQ(chdir(previous), 0);
         NetworkTest::TearDown();
     }
