@@ -58,8 +58,8 @@ bool Arena::init(const std::string& scriptPath) {
     }
     lua.call("init");
 
-    // The server draws nothing and loads no pictures.
-    if (objectType != OBJECT_SERVER && !background.sprite) background.setSprite(DEFAULT_BACKGROUND);
+    // A server world draws nothing, so it loads no pictures, not even the default.
+    if (!background.sprite && objectType != OBJECT_SERVER) background.setSprite(DEFAULT_BACKGROUND);
     if (max.x < min.x) std::swap(min.x, max.x);
     if (max.y < min.y) std::swap(min.y, max.y);
     if ((max - min).length() == 0.0f) setSize(DEFAULT_X, DEFAULT_Y, DEFAULT_W, DEFAULT_H);
