@@ -1,6 +1,8 @@
 #include "network/SocketServer.h"
 
-#include <new>
+#include <sys/eventfd.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include "network/SocketDescriptor.h"
 #include "network/SocketServerClient.h"
@@ -9,6 +11,8 @@
 SocketServer::~SocketServer() { close(); }
 
 bool SocketServer::init(uint16_t port, int maxClients) {
+    // A server opened again gives up its old port and clients first.
+    close();
     bytesIn = 0;
     bytesOut = 0;
     IPaddress address;
@@ -43,6 +47,11 @@ bool SocketServer::init(uint16_t port, int maxClients) {
         Log::fail("SocketServer.init: Nie udalo sie stworzyc mutexa");
         return false;
     }
+    wakeDescriptor = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
+    if (wakeDescriptor < 0) {
+        Log::fail("SocketServer.init: Nie udalo sie stworzyc budzika watku");
+        return false;
+    }
     thread = SDL_CreateThread(workerMain, this);
     if (!thread) {
         Log::fail("SocketServer.init: Nie udalo sie wystartowac watku");
@@ -65,6 +74,8 @@ void SocketServer::send(int id, int type, uint32_t size, const void* data) {
         Packet::destroy(packet);
     else if (!queueOut(client, packet))
         removeClient(client);
+    else
+        wakeWorker();
 }
 
 // The worker takes the mutex for each client's whole step and never waits
@@ -81,6 +92,9 @@ void SocketServer::close() {
     thread = nullptr;
     if (mutex) SDL_DestroyMutex(mutex);
     mutex = nullptr;
+    if (wakeDescriptor >= 0) ::close(wakeDescriptor);
+    wakeDescriptor = -1;
+    wakeRung = false;
     for (Client* client : clients)
         if (client) removeClient(client);
     clients.clear();
@@ -127,6 +141,14 @@ bool SocketServer::isRunning() {
 void SocketServer::stopRunning() {
     MutexHold hold(mutex);
     running = false;
+    wakeWorker();
+}
+
+// Under the mutex. One ring is enough until the worker has heard it.
+void SocketServer::wakeWorker() {
+    if (wakeRung || wakeDescriptor < 0) return;
+    uint64_t one = 1;
+    wakeRung = write(wakeDescriptor, &one, sizeof one) == sizeof one;
 }
 
 void SocketServer::getTraffic(uint64_t* in, uint64_t* out) {
@@ -150,6 +172,9 @@ bool SocketServer::queueOut(Client* client, Packet* packet) {
 void SocketServer::removeClient(Client* client) {
     MutexHold hold(mutex);
     if (set) SDLNet_DelSocket(set, reinterpret_cast<SDLNet_GenericSocket>(client->socket));
+    // The worker may be asleep on this socket, which would keep it open past
+    // the close; the shutdown ends the connection at once either way.
+    shutdown(client->descriptor, SHUT_RDWR);
     SDLNet_TCP_Close(client->socket);
     clientCount -= 1;
     clients[size_t(client->id)] = nullptr;

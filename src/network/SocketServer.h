@@ -25,7 +25,8 @@ public:
     // starts the worker. Main thread.
     bool init(uint16_t port, int maxClients);
     // Queues a copy of the payload for client `id`; a free or unknown id
-    // does nothing. Either thread.
+    // does nothing, and a client whose queue would pass MAX_QUEUED is
+    // dropped instead. Either thread.
     void send(int id, int type, uint32_t size, const void* data);
     // Removes a client; a free or unknown id is ignored. Main thread.
     void disconnect(int id);
@@ -48,9 +49,10 @@ public:
 
     // The millisecond clock of the pings; tests replace it before init.
     uint32_t (*now)() = SDL_GetTicks;
-    // How long the worker waits on its sockets for something to do, in
-    // milliseconds; 0 spins. Set before init.
-    int waitMs = 1;
+    // The longest the worker sleeps when nothing happens, in milliseconds;
+    // it only paces the pings, since sockets and queued packets wake it at
+    // once. 0 spins without sleeping. Set before init.
+    int waitMs = 100;
     // Frame bytes a client's outbound queue may hold; a client that lets
     // more pile up has stopped reading and is dropped.
     static constexpr uint32_t MAX_QUEUED = 4u << 20;
@@ -58,6 +60,7 @@ public:
 private:
     static int workerMain(void* self);
     void pass();
+    void wakeWorker();
     void waitForSockets();
     void updateJoin();
     void updatePing();
@@ -67,6 +70,7 @@ private:
     void updateClientOut(Client* client);
     bool queueOut(Client* client, Packet* packet);
     void removeClient(Client* client);
+    // Null for a free or unknown id; under the mutex.
     Client* clientAt(int id);
 
     TCPsocket server = nullptr;
@@ -77,6 +81,10 @@ private:
     SDL_Thread* thread = nullptr;
     SDL_mutex* mutex = nullptr;
     int serverDescriptor = -1;
+    // The main thread's doorbell for the sleeping worker, and whether it has
+    // rung since the worker last looked.
+    int wakeDescriptor = -1;
+    bool wakeRung = false;
     uint64_t bytesIn = 0;
     uint64_t bytesOut = 0;
     // The worker's own: what it waits on and what the wait found, per id.

@@ -1,8 +1,10 @@
 // The worker thread of SocketServer: accepting, reading, writing, pinging.
 #include <sys/socket.h>
 #include <sys/uio.h>
+#include <unistd.h>
 
 #include <cerrno>
+#include <new>
 
 #include "network/SocketDescriptor.h"
 #include "network/SocketServer.h"
@@ -14,6 +16,8 @@ namespace {
 
 const uint32_t PING_INTERVAL = 7500;
 const uint32_t PINGS_MISSED_LIMIT = 3;
+// The wait set holds the listener, the doorbell, then the clients.
+const size_t FIRST_CLIENT = 2;
 
 bool wouldBlock() { return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR; }
 
@@ -42,13 +46,16 @@ void SocketServer::pass() {
 }
 
 // Sleeps until a socket has something to read, a pending frame can be
-// written, or waitMs has passed; a packet the main thread queues meanwhile
-// waits for the end of that time.
+// written, the main thread rings, or waitMs has passed.
 void SocketServer::waitForSockets() {
-    waitSet.assign(1, pollfd{serverDescriptor, POLLIN, 0});
+    waitSet.assign({pollfd{serverDescriptor, POLLIN, 0}, pollfd{wakeDescriptor, POLLIN, 0}});
     waitIds.clear();
     {
         MutexHold hold(mutex);
+        // What is queued from here on rings again; what was queued before
+        // is in the set below.
+        uint64_t rings;
+        if (wakeRung && read(wakeDescriptor, &rings, sizeof rings) == sizeof rings) wakeRung = false;
         for (Client* client : clients) {
             if (!client) continue;
             short events = short((client->readEnded ? 0 : POLLIN) | (client->hasOutput() ? POLLOUT : 0));
@@ -60,7 +67,7 @@ void SocketServer::waitForSockets() {
     int ready = poll(waitSet.data(), waitSet.size(), waitMs);
     readiness.assign(clients.size(), 0);
     if (ready <= 0) return;
-    for (size_t i = 1; i < waitSet.size(); ++i) readiness[size_t(waitIds[i - 1])] = waitSet[i].revents;
+    for (size_t i = 0; i < waitIds.size(); ++i) readiness[size_t(waitIds[i])] = waitSet[i + FIRST_CLIENT].revents;
 }
 
 void SocketServer::updateJoin() {

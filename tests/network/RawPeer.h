@@ -4,24 +4,17 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <cstdint>
 #include <string>
 
+#include "network/Packet.h"
 #include "resources/LittleEndian.h"
 #include "shell/Log.h"
 
-// Patience for anything that crosses the loopback: generous, because the
-// machine may be busy; a passing test never waits for all of it.
-const uint32_t PATIENCE_MS = 20000;
-
-// Polls `condition` every millisecond until it holds or time runs out.
+// Generous, for a busy machine; a passing test never waits for all of it.
 template <typename Condition>
-bool waitFor(Condition condition, uint32_t timeoutMs = PATIENCE_MS) {
-    uint32_t start = SDL_GetTicks();
-    while (!condition()) {
+bool waitFor(Condition condition, uint32_t timeoutMs = 20000) {
+    for (uint32_t start = SDL_GetTicks(); !condition(); SDL_Delay(1))
         if (SDL_GetTicks() - start > timeoutMs) return false;
-        SDL_Delay(1);
-    }
     return true;
 }
 
@@ -30,26 +23,29 @@ inline std::string littleEndian(uint32_t value) {
     LittleEndian::writeU32(bytes, value);
     return std::string(reinterpret_cast<char*>(bytes), 4);
 }
-
 inline std::string header(int32_t type, int32_t size) { return littleEndian(uint32_t(type)) + littleEndian(uint32_t(size)); }
-
 inline std::string frame(int32_t type, const std::string& payload) {
     return header(type, int32_t(payload.size())) + payload;
 }
+// A popped packet as its frame on the wire; the packet is freed.
+inline std::string framed(Packet* packet) {
+    if (!packet) return "nothing";
+    std::string bytes = frame(packet->type, std::string(reinterpret_cast<char*>(packet->payload()), packet->size));
+    Packet::destroy(packet);
+    return bytes;
+}
 
-// A ping clock the test moves by hand; the transports read it from their
-// own thread.
+// A ping clock the test moves by hand.
 struct FakeClock {
     static inline std::atomic<uint32_t> time{1000};
     static uint32_t now() { return time; }
 };
 
-// Network and log lock for every transport test.
 class NetworkTest : public ::testing::Test {
 protected:
     void SetUp() override {
         ASSERT_EQ(SDLNet_Init(), 0);
-        Log::createLock();
+        Log::createLock();  // the server's worker logs too
     }
     void TearDown() override { SDLNet_Quit(); }
 };
@@ -57,20 +53,19 @@ protected:
 // A bare TCP peer that writes exact bytes and reads exactly what comes.
 class RawPeer {
 public:
-    RawPeer() : set(SDLNet_AllocSocketSet(1)) {}
+    RawPeer() = default;
+    RawPeer(const RawPeer&) = delete;
+    RawPeer& operator=(const RawPeer&) = delete;
     ~RawPeer() {
         close();
         SDLNet_FreeSocketSet(set);
     }
-    RawPeer(const RawPeer&) = delete;
-    RawPeer& operator=(const RawPeer&) = delete;
 
     bool connect(uint16_t port) {
         IPaddress address;
-        if (SDLNet_ResolveHost(&address, "127.0.0.1", port) != 0) return false;
+        SDLNet_ResolveHost(&address, "127.0.0.1", port);
         return adopt(SDLNet_TCP_Open(&address));
     }
-    // Takes the next connection made to `listener`.
     bool accept(TCPsocket listener) {
         TCPsocket accepted = nullptr;
         waitFor([&] { return (accepted = SDLNet_TCP_Accept(listener)) != nullptr; });
@@ -80,30 +75,31 @@ public:
         ASSERT_EQ(SDLNet_TCP_Send(socket, bytes.data(), int(bytes.size())), int(bytes.size()));
     }
     // Exactly `count` bytes, or fewer when the connection ends or time runs out.
-    std::string read(size_t count, uint32_t timeoutMs = PATIENCE_MS) {
+    std::string read(size_t count) {
         std::string bytes;
-        uint32_t start = SDL_GetTicks();
-        while (bytes.size() < count && SDL_GetTicks() - start <= timeoutMs) {
-            if (SDLNet_CheckSockets(set, 10) < 1) continue;
-            char chunk[65536];
-            int got = SDLNet_TCP_Recv(socket, chunk, int(std::min(count - bytes.size(), sizeof chunk)));
-            if (got <= 0) break;
-            bytes.append(chunk, size_t(got));
-        }
+        char chunk[65536];
+        waitFor([&] {
+            while (bytes.size() < count && SDLNet_CheckSockets(set, 0) > 0) {
+                int got = SDLNet_TCP_Recv(socket, chunk, int(std::min(count - bytes.size(), sizeof chunk)));
+                if (got <= 0) return true;
+                bytes.append(chunk, size_t(got));
+            }
+            return bytes.size() == count;
+        });
         return bytes;
     }
-    // True once the other side has ended the connection.
+    // True once the other side has ended the connection; what came before is skipped.
     bool closedByPeer() {
+        char chunk[65536];
         return waitFor([&] {
-            if (SDLNet_CheckSockets(set, 0) < 1) return false;
-            char byte;
-            return SDLNet_TCP_Recv(socket, &byte, 1) <= 0;
+            while (SDLNet_CheckSockets(set, 0) > 0)
+                if (SDLNet_TCP_Recv(socket, chunk, sizeof chunk) <= 0) return true;
+            return false;
         });
     }
     void close() {
-        if (!socket) return;
-        SDLNet_TCP_DelSocket(set, socket);
-        SDLNet_TCP_Close(socket);
+        if (socket) SDLNet_TCP_DelSocket(set, socket);
+        if (socket) SDLNet_TCP_Close(socket);
         socket = nullptr;
     }
 
@@ -114,22 +110,6 @@ private:
         return socket && SDLNet_TCP_AddSocket(set, socket) == 1;
     }
 
-    SDLNet_SocketSet set;
+    SDLNet_SocketSet set = SDLNet_AllocSocketSet(1);
     TCPsocket socket = nullptr;
-};
-
-// A listening socket for tests that play the server.
-class RawListener {
-public:
-    explicit RawListener(uint16_t port) {
-        IPaddress address;
-        SDLNet_ResolveHost(&address, nullptr, port);
-        socket = SDLNet_TCP_Open(&address);
-    }
-    ~RawListener() {
-        if (socket) SDLNet_TCP_Close(socket);
-    }
-    RawListener(const RawListener&) = delete;
-    RawListener& operator=(const RawListener&) = delete;
-    TCPsocket socket;
 };
