@@ -14,8 +14,6 @@ Server::~Server() { clear(); }
 bool Server::init(GameMode* newGamemode, Arena* newArena, int newPort) {
     if (!takeWorld(newGamemode, newArena)) return false;
     port = newPort;
-    // The worker of an earlier game may still be winding down.
-    socket.close();
     if (!socket.init(static_cast<uint16_t>(port), gamemode->getMaxPlayers())) {
         Log::fail("Server.init: Nie udalo sie uruchomic socketa");
         return false;
