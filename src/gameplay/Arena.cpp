@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <ctime>
 
 #include "gameplay/Character.h"
 #include "graphics/Effect.h"
 #include "graphics/Render.h"
+#include "resources/LittleEndian.h"
 #include "script/LuaFuncs.h"
 #include "shell/EventClock.h"
 #include "shell/Log.h"
@@ -29,12 +29,16 @@ Arena::~Arena() {
 
 void* Arena::serialize(uint32_t* size) {
     uint8_t* out = ensureBuffer(SERIALIZED_SIZE);
-    std::memcpy(out, &noise, sizeof noise);
+    LittleEndian::writeF32(out, noise);
     if (size) *size = SERIALIZED_SIZE;
     return out;
 }
 
-void Arena::deserialize(const void* data) { std::memcpy(&noise, data, sizeof noise); }
+bool Arena::deserialize(const void* data, uint32_t size) {
+    if (!hasSnapshot("Arena.deserialize", size, SERIALIZED_SIZE)) return false;
+    noise = LittleEndian::readF32(static_cast<const uint8_t*>(data));
+    return true;
+}
 
 bool Arena::init(const std::string& scriptPath) {
     clear();
@@ -169,6 +173,18 @@ void Arena::addCharacter(Character* character) {
     character->arena = this;
     // Face the centre.
     character->direction = character->position.x >= (min.x + max.x) * 0.5f ? 4 : 0;
+}
+
+void Arena::removeCharacter(Character* character) {
+    characters.erase(std::remove(characters.begin(), characters.end(), character), characters.end());
+    for (auto it = effects.begin(); it != effects.end();) {
+        if ((*it)->follows(character)) {
+            delete *it;
+            it = effects.erase(it);
+        } else {
+            ++it;
+        }
+    }
 }
 
 Character* Arena::getCharacter(int index) { return characters[static_cast<std::size_t>(index)]; }

@@ -40,7 +40,7 @@ public:
 
     // Only the noise travels.
     void* serialize(uint32_t* size) override;
-    void deserialize(const void* data) override;
+    bool deserialize(const void* data, uint32_t size) override;
 
     virtual bool init(const std::string& path);
     virtual void update(float dt);
@@ -51,6 +51,9 @@ public:
     // A word of `power` spoken at `position`; `speaker` may be null.
     void say(const Vector& position, float power, Character* speaker);
     void addCharacter(Character* character);
+    // Takes the fighter off the floor together with the effects that point at
+    // it, so that it can be deleted; its own fields are left alone.
+    void removeCharacter(Character* character);
     // By place in characters; the index must be valid.
     Character* getCharacter(int index);
     // By Character::id, or null.

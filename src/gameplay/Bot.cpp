@@ -45,9 +45,16 @@ void Bot::setCharacter(Character* newCharacter) {
     if (character) character->controller = nullptr;
     character = newCharacter;
     if (character) character->controller = controller;
+    // The target and the action in hand belong to the old fighter's world,
+    // which may be gone: the new fighter starts with a fresh decision.
+    target = nullptr;
+    action = BOT_IDLE;
+    actionTime = 0.0f;
 }
 
 void Bot::update(float dt) {
+    // Inert until it has a fighter in a world to steer.
+    if (!character || !arena || !controller) return;
     actionTime -= dt;
     aggroTimer -= dt;
     if (actionTime > 0.0f)

@@ -22,8 +22,9 @@ public:
     void setArena(Arena* arena);
     void setController(ControllerDummy* controller);
     // Takes the bot's controller away from the fighter held so far and gives
-    // it to the new one.
+    // it to the new one, which starts with no target and no action.
     void setCharacter(Character* character);
+    // Does nothing until the bot has an arena, a controller and a fighter.
     void update(float dt);
 
     Arena* arena = nullptr;

@@ -1,10 +1,10 @@
 #include "gameplay/Character.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "gameplay/Arena.h"
 #include "graphics/Render.h"
+#include "resources/LittleEndian.h"
 #include "script/LuaFuncs.h"
 #include "shell/Log.h"
 
@@ -28,27 +28,29 @@ Character::~Character() { clear(); }
 void* Character::serialize(uint32_t* size) {
     uint8_t* out = ensureBuffer(SERIALIZED_SIZE);
     const float vectors[8] = {position.x, position.y, position.z, block, speed.x, speed.y, speed.z, speakBlock};
-    std::memcpy(out, vectors, sizeof vectors);
-    std::memcpy(out + 32, &direction, 4);
-    std::memcpy(out + 36, &state, 4);
-    std::memcpy(out + 40, &hp, 4);
-    std::memcpy(out + 44, &air, 4);
+    for (int i = 0; i < 8; ++i) LittleEndian::writeF32(out + 4 * i, vectors[i]);
+    LittleEndian::writeI32(out + 32, direction);
+    LittleEndian::writeU32(out + 36, state);
+    LittleEndian::writeF32(out + 40, hp);
+    LittleEndian::writeF32(out + 44, air);
     if (size) *size = SERIALIZED_SIZE;
     return out;
 }
 
-void Character::deserialize(const void* data) {
+bool Character::deserialize(const void* data, uint32_t size) {
+    if (!hasSnapshot("Character.deserialize", size, SERIALIZED_SIZE)) return false;
     const uint8_t* in = static_cast<const uint8_t*>(data);
     float vectors[8];
-    std::memcpy(vectors, in, sizeof vectors);
+    for (int i = 0; i < 8; ++i) vectors[i] = LittleEndian::readF32(in + 4 * i);
     position = Vector(vectors[0], vectors[1], vectors[2], 0.0f);
     block = vectors[3];
     speed = Vector(vectors[4], vectors[5], vectors[6], 0.0f);
     speakBlock = vectors[7];
-    std::memcpy(&direction, in + 32, 4);
-    std::memcpy(&state, in + 36, 4);
-    std::memcpy(&hp, in + 40, 4);
-    std::memcpy(&air, in + 44, 4);
+    direction = LittleEndian::readI32(in + 32);
+    state = LittleEndian::readU32(in + 36);
+    hp = LittleEndian::readF32(in + 40);
+    air = LittleEndian::readF32(in + 44);
+    return true;
 }
 
 bool Character::init(const std::string& scriptPath) {

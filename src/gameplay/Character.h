@@ -44,7 +44,7 @@ public:
 
     // position, block, speed, speakBlock, direction, state, hp, air.
     void* serialize(uint32_t* size) override;
-    void deserialize(const void* data) override;
+    bool deserialize(const void* data, uint32_t size) override;
 
     virtual bool init(const std::string& path);
     virtual void update(float dt);

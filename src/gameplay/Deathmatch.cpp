@@ -1,11 +1,11 @@
 #include "gameplay/Deathmatch.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "gameplay/Arena.h"
 #include "gameplay/Character.h"
 #include "graphics/Render.h"
+#include "resources/LittleEndian.h"
 
 namespace GameModes {
 
@@ -39,15 +39,18 @@ Deathmatch::~Deathmatch() { clear(); }
 
 void* Deathmatch::serialize(uint32_t* size) {
     uint8_t* out = ensureBuffer(SERIALIZED_SIZE);
-    memcpy(out, &checkTimer, 4);
-    memcpy(out + 4, &restartTimer, 4);
-    *size = SERIALIZED_SIZE;
+    LittleEndian::writeF32(out, checkTimer);
+    LittleEndian::writeF32(out + 4, restartTimer);
+    if (size) *size = SERIALIZED_SIZE;
     return out;
 }
 
-void Deathmatch::deserialize(const void* data) {
-    memcpy(&checkTimer, data, 4);
-    memcpy(&restartTimer, static_cast<const char*>(data) + 4, 4);
+bool Deathmatch::deserialize(const void* data, uint32_t size) {
+    if (!hasSnapshot("Deathmatch.deserialize", size, SERIALIZED_SIZE)) return false;
+    const uint8_t* in = static_cast<const uint8_t*>(data);
+    checkTimer = LittleEndian::readF32(in);
+    restartTimer = LittleEndian::readF32(in + 4);
+    return true;
 }
 
 void Deathmatch::init() {
@@ -64,6 +67,8 @@ void Deathmatch::clear() {
 void Deathmatch::start() { running = true; }
 
 void Deathmatch::update(float dt) {
+    // A client's game mode may be told to run before the arena is named.
+    if (!arena) return;
     arena->update(dt);
     if (checkTimer >= 0.0f) {
         checkTimer += dt;

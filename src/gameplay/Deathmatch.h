@@ -10,12 +10,12 @@ public:
     static constexpr float CHECK_INTERVAL = 0.5f;
     static constexpr float RESTORE_AFTER = 1.0f;
     static constexpr float RELEASE_AFTER = 2.0f;
-    static constexpr int SERIALIZED_SIZE = 8;
+    static constexpr uint32_t SERIALIZED_SIZE = 8;
 
     ~Deathmatch() override;
 
     void* serialize(uint32_t* size) override;
-    void deserialize(const void* data) override;
+    bool deserialize(const void* data, uint32_t size) override;
     void init() override;
     void update(float dt) override;
     void draw() override;

@@ -1,5 +1,7 @@
 #include "gameplay/GameMode.h"
 
+#include <algorithm>
+
 #include "gameplay/Character.h"
 
 GameMode::~GameMode() {
@@ -18,4 +20,8 @@ void GameMode::addCharacter(Character* character) {
     for (Character* present : characters)
         if (present->id == character->id) return;
     characters.push_back(character);
+}
+
+void GameMode::removeCharacter(Character* character) {
+    characters.erase(std::remove(characters.begin(), characters.end(), character), characters.end());
 }

@@ -25,6 +25,8 @@ public:
 
     // Appends in order of arrival, unless a fighter with the same id is there.
     void addCharacter(Character* character);
+    // Forgets the fighter, so that it can be deleted.
+    void removeCharacter(Character* character);
 
     std::vector<Character*> characters;  // not owned
     Arena* arena = nullptr;              // not owned

@@ -12,3 +12,5 @@ void Effect::update(float dt) { remaining -= dt; }
 void Effect::clear() { sprite.setSprite(static_cast<Graphics::Sprite*>(nullptr)); }
 
 bool Effect::isDone() const { return remaining <= 0.0f; }
+
+bool Effect::follows(const Character*) const { return false; }

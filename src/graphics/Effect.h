@@ -4,6 +4,8 @@
 
 #include "graphics/SpriteInstance.h"
 
+class Character;
+
 // A short-lived picture owned by the arena: it has a sprite and a lifetime,
 // and the arena drops it once isDone() holds.
 class Effect {
@@ -19,6 +21,8 @@ public:
     virtual void draw() = 0;
     virtual void clear();
     virtual bool isDone() const;
+    // Whether the effect points at this fighter and must go with it.
+    virtual bool follows(const Character* character) const;
 
     Graphics::SpriteInstance sprite;
     float lifetime = 0.0f;   // seconds

@@ -32,4 +32,6 @@ void SpeechBubble::draw() {
     Render::setAlpha(255);
 }
 
+bool SpeechBubble::follows(const Character* speaker) const { return character == speaker; }
+
 }  // namespace Effects

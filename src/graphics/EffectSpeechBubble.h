@@ -12,6 +12,7 @@ public:
     void init(const std::string& spriteName, int32_t ms) override;
     void update(float dt) override;
     void draw() override;
+    bool follows(const Character* speaker) const override;
 
     Character* character = nullptr;  // the speaker, not owned; must outlive the bubble
 };

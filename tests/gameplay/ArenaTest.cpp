@@ -2,6 +2,9 @@
 #include <string>
 
 #include "WorldFixture.h"
+#include "gameplay/Deathmatch.h"
+#include "graphics/EffectParticle.h"
+#include "graphics/EffectSpeechBubble.h"
 
 namespace {
 
@@ -16,6 +19,7 @@ TEST_F(ArenaTest, ScriptWithoutShapeGetsTheDefaultFloorAndTwoStarts) {
     EXPECT_FLOAT_EQ(arena.startPositions[0].x, 200.0f);
     EXPECT_FLOAT_EQ(arena.startPositions[1].x, 600.0f);
     EXPECT_FLOAT_EQ(arena.startPositions[1].y, 450.0f);
+    EXPECT_EQ(arena.background.sprite, nullptr);  // not even the default picture on the server
 }
 
 TEST_F(ArenaTest, FightersFillTheStartsInTurnAndFaceTheCentre) {
@@ -51,6 +55,31 @@ TEST_F(ArenaTest, WithoutStartsAFighterStandsInTheCentre) {
     EXPECT_FLOAT_EQ(fighter->position.x, 250.0f);
     EXPECT_FLOAT_EQ(fighter->position.y, 250.0f);
     EXPECT_EQ(fighter->direction, 4);  // at the middle counts as the right half
+}
+
+TEST_F(ArenaTest, ALeavingFighterTakesItsBubblesAlongAndNothingElse) {
+    Character* leaving = addFighter(100.0f, 400.0f);
+    Character* staying = addFighter(300.0f, 400.0f);
+    Arena shown;  // effects are kept only where something is drawn
+    shown.characters = {leaving, staying};
+    for (Character* speaker : {leaving, staying, leaving}) {
+        auto* bubble = new Effects::SpeechBubble();
+        bubble->character = speaker;
+        shown.addEffect(bubble);
+    }
+    shown.addEffect(new Effects::Particle());
+    GameMode* rules = new GameModes::Deathmatch();
+    rules->addCharacter(leaving);
+    rules->addCharacter(staying);
+
+    shown.removeCharacter(leaving);
+    rules->removeCharacter(leaving);
+    EXPECT_EQ(shown.characters, std::vector<Character*>{staying});
+    EXPECT_EQ(rules->characters, std::vector<Character*>{staying});
+    ASSERT_EQ(shown.effects.size(), 2u);
+    EXPECT_TRUE(shown.effects.front()->follows(staying));
+    EXPECT_FALSE(shown.effects.back()->follows(staying));
+    delete rules;
 }
 
 TEST_F(ArenaTest, EdgesBelongToTheFloorAndDistancesAreSigned) {
@@ -93,7 +122,9 @@ TEST_F(ArenaTest, SnapshotsCarryOnlyTheNoise) {
     EXPECT_EQ(arena.serialize(&size), bytes);  // one buffer, reused
 
     Arena copy;
-    copy.deserialize(bytes);
+    EXPECT_FALSE(copy.deserialize(bytes, 3));  // one byte short: refused, nothing read
+    EXPECT_EQ(copy.noise, 0.0f);
+    EXPECT_TRUE(copy.deserialize(bytes, 4));
     EXPECT_FLOAT_EQ(copy.noise, 3.5f);
 }
 
@@ -124,7 +155,9 @@ TEST_F(ArenaTest, FighterSnapshotRoundTripsTwelveWords) {
     Character copy;
     copy.position.w = 1.0f;
     copy.speed.w = 1.0f;
-    copy.deserialize(bytes);
+    EXPECT_FALSE(copy.deserialize(bytes, 47));
+    EXPECT_EQ(copy.position.w, 1.0f);
+    EXPECT_TRUE(copy.deserialize(bytes, 48));
     // Everything but the charge travels, and the copy writes the same bytes.
     const std::string sent(reinterpret_cast<const char*>(bytes), size);
     EXPECT_EQ(std::string(static_cast<const char*>(copy.serialize(&size)), size), sent);

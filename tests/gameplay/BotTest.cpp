@@ -59,13 +59,24 @@ TEST_F(BotTest, InitDrawsAggroBetweenATenthAndAlmostSixTenths) {
     EXPECT_GT(bot.aggro, 0.599f);
 }
 
-TEST_F(BotTest, SetCharacterMovesTheControllerFromTheOldFighterToTheNew) {
+TEST_F(BotTest, SetCharacterMovesTheControllerAndStartsAfresh) {
     EXPECT_EQ(fighters[0].controller, &controller);
+    bot.target = &fighters[1];
+    bot.action = Bot::BOT_APPROACH;
+    bot.actionTime = 1.0f;
     bot.setCharacter(&fighters[1]);
     EXPECT_EQ(fighters[0].controller, nullptr);
     EXPECT_EQ(fighters[1].controller, &controller);
+    EXPECT_EQ(bot.target, nullptr);
+    EXPECT_EQ(bot.action, Bot::BOT_IDLE);
+    EXPECT_EQ(bot.actionTime, 0.0f);
     bot.setCharacter(nullptr);
     EXPECT_EQ(fighters[1].controller, nullptr);
+    // Without a fighter the bot is inert: no time passes, no key changes.
+    controller.pressed[ACTION_A] = true;
+    bot.update(1.0f);
+    EXPECT_EQ(bot.actionTime, 0.0f);
+    EXPECT_TRUE(pressed(ACTION_A));
 }
 
 TEST_F(BotTest, ABoldBotSpeaksFirstWhenAnotherIsCharging) {

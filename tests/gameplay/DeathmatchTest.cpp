@@ -135,7 +135,9 @@ TEST_F(DeathmatchTest, ASnapshotMovesTheTimersAndCanForceThePause) {
     client.addCharacter(&fighters[0]);
     client.addCharacter(&fighters[1]);
     const float pause[2] = {-1.0f, 0.0f};
-    client.deserialize(pause);
+    EXPECT_FALSE(client.deserialize(pause, 7));
+    EXPECT_TRUE(roundOn(client));
+    EXPECT_TRUE(client.deserialize(pause, 8));
     EXPECT_TRUE(roundOver(client));
     client.update(1.1f);  // the client restores its copy too
     EXPECT_FLOAT_EQ(fighters[0].hp, 100.0f);
@@ -150,6 +152,8 @@ TEST_F(DeathmatchTest, ClearForgetsFightersAndArenaAndStopsTheMode) {
     EXPECT_EQ(mode.arena, nullptr);
     EXPECT_FALSE(mode.running);
     EXPECT_EQ(mode.buffer, nullptr);
+    mode.update(0.25f);  // a client's mode may run before it has an arena: it waits
+    EXPECT_EQ(mode.checkTimer, 0.0f);
 }
 
 }  // namespace

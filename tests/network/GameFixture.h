@@ -1,0 +1,86 @@
+#pragma once
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <climits>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "HostedWorld.h"
+#include "RawPeer.h"
+#include "audio/Sound.h"
+#include "network/Client.h"
+#include "network/Server.h"
+
+const float FRAME = 1.0f / 60.0f;
+const char* const FIGHTER = "character/default/init.lua";
+const char* const ARENA = "arena/osmiornica/init.lua";
+
+// Games over the loopback with the game's own content: the scripts name
+// their files relative to the data folder, as the game does from its own.
+class GameTest : public NetworkTest {
+protected:
+    void SetUp() override {
+        NetworkTest::SetUp();
+        ASSERT_NE(getcwd(previous, sizeof previous), nullptr);
+        ASSERT_EQ(chdir(KORVANE_SOURCE_DIR "/data"), 0);
+    }
+    void TearDown() override {
+        // Clients first: they leave a server that still listens.
+        clients.clear();
+        server.reset();
+        // A main client's sounds stay cached until then.
+        Sound::clear();
+        EXPECT_EQ(chdir(previous), 0);
+        NetworkTest::TearDown();
+    }
+
+    // A deathmatch in the octopus's lair, listening on `port`.
+    void host(int port) {
+        HostedWorld world;
+        server = std::make_unique<Network::Server>();
+        ASSERT_TRUE(server->init(world.rules, world.arena, port));
+        ASSERT_TRUE(world.loaded);
+    }
+
+    // A client of the default fighter that tries to connect on its first update.
+    Network::Client& join(int port, int mode, Controller* pad = nullptr) {
+        auto client = std::make_unique<Network::Client>();
+        client->mode = mode;
+        client->init("127.0.0.1", port);
+        auto* fighter = new Character();
+        fighter->objectType = OBJECT_SERVER;
+        fighter->path = FIGHTER;
+        client->setCharacter(fighter);
+        if (pad) client->setController(pad);
+        clients.push_back(std::move(client));
+        return *clients.back();
+    }
+
+    // Frames of the server and every client, the clients with their own
+    // frame time, until `done` holds; false if it never does.
+    bool runUntil(const std::function<bool()>& done, float clientDt = FRAME) {
+        return waitFor([&] {
+            if (server) server->tick(FRAME);
+            for (auto& client : clients) client->update(clientDt);
+            return done();
+        });
+    }
+    bool allInGame() {
+        for (auto& client : clients)
+            if (client->gameState != 1 || client->id < 0 || !isLoaded(*client, client->id)) return false;
+        return true;
+    }
+    static bool isLoaded(Network::Client& client, int slot) {
+        return slot >= 0 && size_t(slot) < client.players.size() &&
+               !client.players[size_t(slot)]->character->path.empty();
+    }
+
+    std::unique_ptr<Network::Server> server;
+    std::vector<std::unique_ptr<Network::Client>> clients;
+
+private:
+    char previous[PATH_MAX];
+};

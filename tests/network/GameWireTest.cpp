@@ -1,0 +1,232 @@
+// The game's packets byte for byte, with a bare socket playing the other
+// side, and what each side does with packets it must not trust.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "GameFixture.h"
+#include "LogCapture.h"
+#include "TestSupport.h"
+#include "resources/LittleEndian.h"
+#include "shell/Log.h"
+
+namespace {
+
+using namespace std::string_literals;
+using Network::Client;
+
+const std::string HANDSHAKE_BYTES = "\x32\0\0\0\0\0\0\0"s;
+const std::string FIRST_CONNECT = "\x34\0\0\0\x08\0\0\0\xff\xff\xff\xff\xff\xff\xff\xff"s;
+const std::string FIGHTER_INFO_FROM_CLIENT =
+    "\x36\0\0\0\x23\0\0\0\xff\xff\xff\xff"s + "character/default/init.lua\0\0\0\0\0"s;
+const std::string ARENA_INFO_BYTES = "\x37\0\0\0\x1b\0\0\0"s + "arena/osmiornica/init.lua\0\0"s;
+// Logged by both sides for a type they don't know: it marks the end of a
+// batch of packets, which are parsed in order.
+const std::string MARKER = "\x63\0\0\0\0\0\0\0"s;
+
+std::string word(int32_t value) { return littleEndian(uint32_t(value)); }
+std::string number(float value) {
+    uint8_t bytes[4];
+    LittleEndian::writeF32(bytes, value);
+    return std::string(reinterpret_cast<char*>(bytes), 4);
+}
+std::string fighterInfo(int32_t id, const std::string& path) { return frame(CHARACTER_INFO, word(id) + path + "\0\0\0\0\0"s); }
+
+class GameWireTest : public GameTest {
+protected:
+    // The next whole frame the peer receives; what the server sends is
+    // already on its way.
+    static std::string nextFrame(RawPeer& peer) {
+        std::string head = peer.read(8);
+        if (head.size() < 8) return "nothing";
+        return head + peer.read(LittleEndian::readU32(reinterpret_cast<const uint8_t*>(&head[4])));
+    }
+    static std::string nextFrameOfType(RawPeer& peer, int32_t type) {
+        for (int skipped = 0; skipped < 100; ++skipped) {
+            std::string bytes = nextFrame(peer);
+            if (bytes.size() < 8 || bytes.substr(0, 4) == word(type)) return bytes;
+        }
+        return "none";
+    }
+    // Runs until the log shows `line`; what was logged meanwhile.
+    std::string runUntilLogged(const std::string& line) {
+        TestSupport::CapturedStdout out;
+        runUntil([&] { return out.text().find(line) != std::string::npos; });
+        return out.text();
+    }
+};
+
+TEST_F(GameWireTest, ServerAnswersTheSequenceByteForByte) {
+    host(17210);
+    RawPeer peer;
+    ASSERT_TRUE(peer.connect(17210));
+    peer.write(HANDSHAKE_BYTES + FIRST_CONNECT);
+    ASSERT_TRUE(runUntil([&] { return server->players[0]->flags & Network::PLAYER_CONNECT; }));
+    EXPECT_EQ(nextFrame(peer), HANDSHAKE_BYTES);
+    EXPECT_EQ(nextFrame(peer), "\x34\0\0\0\x08\0\0\0\xff\xff\xff\xff\x02\0\0\0"s);  // the first pid is 2
+    EXPECT_EQ(nextFrame(peer), "\x34\0\0\0\x08\0\0\0\0\0\0\0\x02\0\0\0"s);
+    EXPECT_EQ(nextFrame(peer), "\x35\0\0\0\x08\0\0\0\x40\0\0\0\0\0\0\0"s);
+    EXPECT_EQ(nextFrame(peer), ARENA_INFO_BYTES);
+
+    peer.write(FIGHTER_INFO_FROM_CLIENT);
+    ASSERT_TRUE(runUntil([&] { return server->players[0]->isReady() && server->started; }));
+    // However the start fell, a snapshot period later one has gone out.
+    for (int frame = 0; frame <= 15; ++frame) server->tick(FRAME);
+    EXPECT_EQ(nextFrameOfType(peer, CHARACTER_INFO), "\x36\0\0\0\x23\0\0\0\0\0\0\0"s + "character/default/init.lua\0\0\0\0\0"s);
+    const std::string state = nextFrameOfType(peer, CHARACTER_STATE);
+    ASSERT_EQ(state.size(), 64u);
+    EXPECT_EQ(state.substr(0, 12), "\x03\0\0\0\x38\0\0\0\0\0\0\0"s);
+    EXPECT_EQ(state.substr(60), "\0\0\0\0"s);
+    EXPECT_EQ(nextFrameOfType(peer, ARENA_STATE).substr(0, 8), "\x04\0\0\0\x04\0\0\0"s);
+    EXPECT_EQ(nextFrameOfType(peer, GAMEMODE_STATE).substr(0, 8), "\x05\0\0\0\x08\0\0\0"s);
+
+    // A control claims another slot, carries junk above the six bits and
+    // behind the two words: the relay names the sender and carries two words.
+    peer.write(frame(CONTROLLER_STATE, word(50) + word(0x7f10) + "junk"));
+    ASSERT_TRUE(runUntil([&] { return server->players[0]->controller->pressed[ACTION_A]; }));
+    EXPECT_EQ(nextFrameOfType(peer, CONTROLLER_RELAY), "\x02\0\0\0\x08\0\0\0\0\0\0\0\x10\0\0\0"s);
+
+    char* name = new char[2]{'a', 0};
+    server->onEvent(Event::sound(1.0f, name));
+    server->tick(FRAME);
+    EXPECT_EQ(nextFrameOfType(peer, SOUND), "\x0c\0\0\0\x0e\0\0\0\0\0\x80\x3f" "a\0"s + std::string(8, '\0'));
+}
+
+TEST_F(GameWireTest, ServerDropsWhatItCannotUseAndServesOn) {
+    host(17211);
+    const struct {
+        int id;
+        int32_t type;
+        std::string payload;
+        std::string logged;
+    } cases[] = {
+        {64, HANDSHAKE, "", "Server.parse: Nieznany klient 64 (graczy 64)"},
+        {-1, HANDSHAKE, "", "Server.parse: Nieznany klient -1 (graczy 64)"},
+        {0, CONNECT, std::string(7, '\xff'), "Server.parse[00]: Za krotki pakiet (type 52, size 7)"},
+        {0, CONTROLLER_STATE, word(-1), "Server.parse[00]: Za krotki pakiet (type 1, size 4)"},
+        {0, CHARACTER_INFO, word(-1) + "character/default/init.lua", "Za krotki pakiet (type 54, size 30)"},
+        {0, 99, "", "Client.parse: Nieobslugiwany typ pakietu (type 99, size 0)"},
+    };
+    for (const auto& c : cases) {
+        Packet* packet = Packet::create(c.type, uint32_t(c.payload.size()), c.payload.data());
+        std::string log = logOf([&] { server->parse(c.id, packet); });
+        EXPECT_NE(log.find(c.logged), std::string::npos) << c.logged << "\n" << log;
+    }
+    for (const Network::Player* player : server->players) EXPECT_EQ(player->flags, 0u);
+    EXPECT_EQ(server->nextPid, 1);
+}
+
+TEST_F(GameWireTest, ServerRefusesFightersFromOutsideItsFolderOrThatItLacks) {
+    host(17212);
+    const struct {
+        std::string path;
+        bool refusedUnread;
+    } farewells[] = {
+        {"/tmp/character/init.lua", true},
+        {"character/../arena/osmiornica/init.lua", true},
+        {"arena/osmiornica/init.lua", true},  // a real script, but no fighter's
+        {"character/none/init.lua", false},
+    };
+    for (const auto& c : farewells) {
+        SCOPED_TRACE(c.path);
+        RawPeer peer;
+        ASSERT_TRUE(peer.connect(17212));
+        peer.write(HANDSHAKE_BYTES + FIRST_CONNECT + fighterInfo(-1, c.path));
+        std::string log = runUntilLogged("A poki co... Zegnaj, kliencie~");
+        EXPECT_EQ(log.find("Niedozwolona sciezka") != std::string::npos, c.refusedUnread);
+        EXPECT_EQ(log.find("Nie udalo sie wczytac postaci") != std::string::npos, !c.refusedUnread);
+        EXPECT_NE(log.find("Server.parse[00]: CHARACTER_INFO: Nie znaleziono postaci \"" + c.path + "\""),
+                  std::string::npos);
+        EXPECT_TRUE(peer.closedByPeer());
+        EXPECT_EQ(server->players[0]->flags, 0u);
+    }
+    // A script that exists and fails to load keeps the client, never ready.
+    RawPeer peer;
+    ASSERT_TRUE(peer.connect(17212));
+    peer.write(HANDSHAKE_BYTES + FIRST_CONNECT + fighterInfo(-1, "character/list.txt"));
+    std::string log = runUntilLogged("Nie udalo sie wczytac postaci");
+    EXPECT_EQ(log.find("Zegnaj"), std::string::npos);
+    EXPECT_TRUE(server->socket.hasClient(0));
+    EXPECT_EQ(server->players[0]->flags, uint32_t(Network::PLAYER_HANDSHAKE | Network::PLAYER_CONNECT));
+}
+
+TEST_F(GameWireTest, ClientSpeaksTheSequenceAndTrustsNothingItHears) {
+    IPaddress address;
+    SDLNet_ResolveHost(&address, nullptr, 17213);
+    TCPsocket listener = SDLNet_TCP_Open(&address);
+    ASSERT_NE(listener, nullptr);
+    ControllerDummy pad;
+    Client& client = join(17213, Client::MODE_MAIN, &pad);
+    client.update(FRAME);
+    RawPeer peer;
+    ASSERT_TRUE(peer.accept(listener));
+    SDLNet_TCP_Close(listener);
+    EXPECT_EQ(peer.read(8), HANDSHAKE_BYTES);
+    peer.write(HANDSHAKE_BYTES);
+    runUntilLogged("Client.parse: HANDSHAKE");
+    EXPECT_EQ(peer.read(16), FIRST_CONNECT);
+    peer.write(frame(CONNECT, word(-1) + word(7)) + frame(CONNECT, word(3) + word(7)) + frame(SERVER_INFO, word(4) + word(0)));
+    runUntilLogged("Client.sendCharacterInfo");
+    EXPECT_EQ(peer.read(43), FIGHTER_INFO_FROM_CLIENT);
+    EXPECT_EQ(client.pid, 7);
+    EXPECT_EQ(client.id, 3);
+    ASSERT_EQ(client.players.size(), 4u);
+
+    const uint32_t logFlags = Log::getFlags();
+    Log::setFlags(logFlags | Log::LOG_DEBUG);
+    std::string state = word(3) + number(100.5f) + std::string(44, '\0');
+    const struct {
+        std::string frame;
+        std::string logged;
+    } cases[] = {
+        {frame(ARENA_INFO, "/etc/passwd\0\0"s), "ARENA_INFO; Niedozwolona sciezka \"/etc/passwd\""},
+        {frame(ARENA_INFO, "arena/../character/default/init.lua\0\0"s), "ARENA_INFO; Niedozwolona sciezka"},
+        {frame(ARENA_INFO, "arena/osmiornica/init.lua"), "Za krotki pakiet (type 55, size 25)"},
+        {ARENA_INFO_BYTES, "Client.parse: ARENA_INFO; path: \"arena/osmiornica/init.lua\""},
+        {fighterInfo(4, FIGHTER), "Client.parse: Nieznany gracz 4 (type 54, max 4)"},
+        {fighterInfo(-1, FIGHTER), "Client.parse: Nieznany gracz -1 (type 54, max 4)"},
+        {fighterInfo(1, "character/../../x.lua"), "CHARACTER_INFO; Niedozwolona sciezka \"character/../../x.lua\""},
+        {fighterInfo(3, FIGHTER), "Client.parse: CHARACTER_INFO; id: 3;"},
+        {frame(CHARACTER_STATE, word(4) + std::string(52, '\0')), "Nieznany gracz 4 (type 3, max 4)"},
+        {frame(CHARACTER_STATE, state.substr(0, 51)), "Character.deserialize: Za malo danych (47 bajtow, potrzeba 48)"},
+        {frame(CHARACTER_STATE, state.substr(0, 52)), ""},
+        {frame(CONTROLLER_RELAY, word(4) + word(1)), "Client.parseControllerState: id 4; players 4"},
+        {frame(CONTROLLER_RELAY, word(-1) + word(1)), "Client.parseControllerState: id -1; players 4"},
+        {frame(CONTROLLER_RELAY, word(3) + word(0x21)), ""},
+        {frame(SERVER_INFO, word(65) + word(0)), "Client.parse: SERVER_INFO; Zla liczba graczy 65"},
+        {frame(SOUND, "\0\0\x80\x3f" "a\0"s + std::string(8, '\0')), "Sound.play: Nie udalo sie wczytac dzwieku \"a\""},
+        {frame(SOUND, "\0\0\x80\x3f" "/dev/zero\0"s), "Client.parse: SOUND; Niedozwolona nazwa \"/dev/zero\""},
+        {frame(DISCONNECT, ""), "Client.parse: DISCONNECT; Serwer konczy gre"},
+        {frame(CONNECT, word(5) + word(8)), "Client.parse: CONNECT; id: 5 (max 4); pid: 8"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.logged);
+        peer.write(c.frame + MARKER);
+        std::string log = runUntilLogged("Client.parse: Nieznany typ pakietu (type 99, size 0)");
+        EXPECT_NE(log.find(c.logged), std::string::npos) << log;
+    }
+    Log::setFlags(logFlags);
+    EXPECT_TRUE(client.flags & Network::CLIENT_ARENA);
+    EXPECT_EQ(client.arena->path, ARENA);
+    ASSERT_TRUE(isLoaded(client, 3));
+    EXPECT_FALSE(isLoaded(client, 1));
+    EXPECT_EQ(client.players[3]->character->position.x, 100.5f);
+    EXPECT_TRUE(client.players[3]->controller->pressed[ACTION_UP]);
+    EXPECT_TRUE(client.players[3]->controller->pressed[ACTION_B]);
+    EXPECT_FALSE(client.players[3]->controller->pressed[ACTION_DOWN]);
+    EXPECT_EQ(client.players.size(), 4u);
+    EXPECT_EQ(client.id, 3);  // another client's arrival
+
+    // Only the machine's main client plays sounds.
+    client.mode = Client::MODE_LOCAL;
+    peer.write(frame(SOUND, "\0\0\x80\x3f" "a\0"s + std::string(8, '\0')) + MARKER);
+    EXPECT_EQ(runUntilLogged("Nieznany typ pakietu (type 99").find("Sound.play"), std::string::npos);
+
+    // In the game, a change of the controls goes out at once.
+    peer.write(frame(GAME_START, ""));
+    pad.pressed[ACTION_A] = true;
+    runUntilLogged("Client.parse: GAME_START");
+    EXPECT_EQ(peer.read(16), "\x01\0\0\0\x08\0\0\0\xff\xff\xff\xff\x10\0\0\0"s);
+}
+
+}  // namespace
