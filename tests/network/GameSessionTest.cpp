@@ -6,9 +6,11 @@
 #include <string>
 
 #include "GameFixture.h"
-#include "LogCapture.h"
+#include "TestSupport.h"
 #include "gameplay/Bot.h"
 #include "gameplay/ControllerDummy.h"
+
+using TestSupport::logOf;
 
 namespace {
 

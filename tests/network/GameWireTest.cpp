@@ -5,10 +5,12 @@
 #include <string>
 
 #include "GameFixture.h"
-#include "LogCapture.h"
+#include "TestSupport.h"
 #include "TestSupport.h"
 #include "resources/LittleEndian.h"
 #include "shell/Log.h"
+
+using TestSupport::logOf;
 
 namespace {
 
