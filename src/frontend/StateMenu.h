@@ -1,0 +1,33 @@
+#pragma once
+#include "frontend/MenuScreen.h"
+
+// The main menu of the local front end: a duel, the controls of four
+// players, and the two volumes.
+class StateMenu : public MenuScreen {
+public:
+    enum ItemId {
+        ITEM_RETURN = 0,
+        ITEM_START = 1,
+        ITEM_OPTIONS = 2,
+        ITEM_EXIT = 4,
+        ITEM_DUEL = 6,
+        ITEM_CONTROLS = 7,
+        ITEM_SOUND = 8,
+        ITEM_MUSIC = 9,
+        ITEM_OPTIONS_RETURN = 10,
+        ITEM_PLAYER_1 = 11,
+        ITEM_PLAYER_4 = 14,
+    };
+    static constexpr float VOLUME_DELAY = 0.03125f;
+    static constexpr const char* SETTINGS = "config.nvo";
+
+    void init() override;
+    void update(float dt) override;
+    void resume() override { rearm(); }
+    void clear() override { menu.clear(); }
+    int getType() override { return STATE_MENU; }
+
+private:
+    void addVolume(int id, const char* key, float share);
+    void applyVolumes();
+};
