@@ -99,6 +99,14 @@ void StateArenaSelect::showCurrent() {
 
 void StateArenaSelect::draw() {
     for (const Entry& entry : entries) drawBackdrop(entry);
+    // A dark band keeps the description readable over a busy picture.
+    if (desc.alpha > 0.0f && entries[current].arena) {
+        const float top = DESC_MARGIN + static_cast<float>((desc.height - desc.textHeight) / 2) - BAND_PADDING;
+        Render::setMode(Render::MODE_SCREEN_SHAPES);
+        Render::setColor(0, 0, 0, BAND_ALPHA);
+        Render::drawRect(0.0f, top, static_cast<float>(Render::getWidth()),
+                         static_cast<float>(desc.textHeight) + 2.0f * BAND_PADDING);
+    }
     Render::setMode(Render::MODE_WORLD_IMAGES);
     Render::setAlpha(255);
     desc.draw(DESC_MARGIN, DESC_MARGIN, 0.0f, 255.0f);

@@ -20,6 +20,8 @@ public:
     static constexpr float FADE_IN = 510.0f;  // alpha per second
     static constexpr float FADE_OUT = 255.0f;
     static constexpr float DESC_MARGIN = 32.0f;
+    static constexpr float BAND_PADDING = 12.0f;
+    static constexpr uint8_t BAND_ALPHA = 160;
     static constexpr const char* FOLDER = "arena";
 
     struct Entry {

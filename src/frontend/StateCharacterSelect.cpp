@@ -32,7 +32,7 @@ void StateCharacterSelect::init() {
     const int32_t below = Render::getHeight() - TITLE_HEIGHT;
     ScreenText::init(title, width, TITLE_HEIGHT, ScreenText::CENTRED);
     ScreenText::init(list, width / 2, below, ScreenText::CENTRED);
-    ScreenText::init(desc, width / 2, below, ScreenText::CENTRED_WRAPPED);
+    ScreenText::init(desc, width / 2 - 2 * DESC_MARGIN, Render::getHeight() - DESC_TOP, ScreenText::CENTRED_WRAPPED);
     if (!selected.empty() && ControllerManager::get(0)) {
         current = 0;
         selected[0] = nullptr;
@@ -58,6 +58,7 @@ void StateCharacterSelect::addFighter(const std::string& name) {
 }
 
 void StateCharacterSelect::update(float dt) {
+    if (Fighter* fighter = fighterUnderCursor()) fighter->character->sprite.update(dt);
     if (!menu.done) menu.update(dt);
     if (menu.changed) {
         menu.changed = false;
@@ -99,10 +100,9 @@ void StateCharacterSelect::buildTexts() {
     else
         title.setText(lang.get("title") + " " + std::to_string(current + 1));
     list.setText(wheelText());
-    const int32_t index = menu.currentItem() ? menu.currentItem()->id : -1;
-    const bool fighter = index >= 0 && index < static_cast<int32_t>(fighters.size());
+    const Fighter* fighter = fighterUnderCursor();
     desc.alpha = fighter ? 255.0f : 0.0f;
-    desc.setText(fighter ? fighters[index].description : std::string());
+    desc.setText(fighter ? fighter->description : std::string());
     title.update();
     list.update();
     desc.update();
@@ -124,10 +124,21 @@ std::string StateCharacterSelect::wheelText() const {
     return text;
 }
 
+StateCharacterSelect::Fighter* StateCharacterSelect::fighterUnderCursor() {
+    const MenuItem* item = menu.currentItem();
+    if (!item || item->id < 0 || item->id >= static_cast<int32_t>(fighters.size())) return nullptr;
+    return &fighters[item->id];
+}
+
 void StateCharacterSelect::draw() {
+    const float half = static_cast<float>(Render::getWidth() / 2);
     title.draw(0.0f, 0.0f, 0.0f, 255.0f);
     list.draw(0.0f, static_cast<float>(TITLE_HEIGHT), 0.0f, 255.0f);
-    desc.draw(static_cast<float>(Render::getWidth() / 2), static_cast<float>(TITLE_HEIGHT), 0.0f, 255.0f);
+    if (Fighter* fighter = fighterUnderCursor()) {
+        fighter->character->position = Vector(half * 1.5f, PREVIEW_FEET, 0.0f, 0.0f);
+        fighter->character->draw();
+    }
+    desc.draw(half + DESC_MARGIN, static_cast<float>(DESC_TOP), 0.0f, 255.0f);
 }
 
 std::string StateCharacterSelect::selectedPath(int player) const {

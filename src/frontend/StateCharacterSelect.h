@@ -18,6 +18,10 @@ public:
         ITEM_RANDOM = -3,
     };
     static constexpr int32_t TITLE_HEIGHT = 64;
+    // The chosen fighter stands above its description, with its feet here.
+    static constexpr float PREVIEW_FEET = 280.0f;
+    static constexpr int32_t DESC_TOP = 300;
+    static constexpr int32_t DESC_MARGIN = 24;
     static constexpr const char* FOLDER = "character";
 
     struct Fighter {
@@ -55,6 +59,8 @@ private:
     void addFighter(const std::string& name);
     void buildTexts();
     std::string wheelText() const;
+    // The fighter under the cursor, or null on "return" and "random".
+    Fighter* fighterUnderCursor();
     // The next player's turn; false when every player has chosen.
     bool nextPlayer();
 };
