@@ -3,6 +3,7 @@
 #include "frontend/ScreenText.h"
 #include "graphics/Render.h"
 #include "resources/LanguageFile.h"
+#include "shell/Engine.h"
 
 void MenuScreen::openMenu(const char* section) {
     LanguageFile::load(lang, section);
@@ -15,12 +16,13 @@ void MenuScreen::showMenu() {
     buildText();
 }
 
-void MenuScreen::runMenu(float dt) {
-    if (!menu.done) menu.update(dt);
-    if (menu.changed) {
-        menu.changed = false;
-        buildText();
-    }
+void MenuScreen::update(float dt) {
+    if (menu.poll(dt)) buildText();
+    afterInput();
+    if (menu.quit)
+        Engine::pop();
+    else if (menu.done)
+        choose(menu.currentItem()->id);
 }
 
 void MenuScreen::rearm() {

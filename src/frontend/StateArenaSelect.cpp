@@ -53,11 +53,7 @@ void StateArenaSelect::addArena(const std::string& name) {
 
 void StateArenaSelect::update(float dt) {
     fade(dt);
-    if (!menu.done) menu.update(dt);
-    if (menu.changed) {
-        menu.changed = false;
-        showCurrent();
-    }
+    if (menu.poll(dt)) showCurrent();
     if (menu.quit || (menu.done && current == ENTRY_RETURN)) {
         cancelled = true;
         Engine::pop();

@@ -59,11 +59,7 @@ void StateCharacterSelect::addFighter(const std::string& name) {
 
 void StateCharacterSelect::update(float dt) {
     if (Fighter* fighter = fighterUnderCursor()) fighter->character->sprite.update(dt);
-    if (!menu.done) menu.update(dt);
-    if (menu.changed) {
-        menu.changed = false;
-        buildTexts();
-    }
+    if (menu.poll(dt)) buildTexts();
     if (menu.quit) {
         cancelled = true;
         Engine::pop();

@@ -23,14 +23,7 @@ void StateDuelPrepare::init() {
     showMenu();
 }
 
-void StateDuelPrepare::update(float dt) {
-    runMenu(dt);
-    if (menu.quit) {
-        Engine::pop();
-        return;
-    }
-    if (!menu.done) return;
-    const int id = menu.currentItem()->id;
+void StateDuelPrepare::choose(int32_t id) {
     if (id == ITEM_START) {
         menu.resume();
     } else if (id == ITEM_ARENA) {
@@ -48,35 +41,26 @@ void StateDuelPrepare::update(float dt) {
 }
 
 void StateDuelPrepare::resume() {
-    if (selecting == SELECTING_FIGHTER_1 || selecting == SELECTING_FIGHTER_2)
-        readFighter();
-    else if (selecting == SELECTING_ARENA)
-        readArena();
+    if (selecting == SELECTING_FIGHTER_1 || selecting == SELECTING_FIGHTER_2) {
+        auto* select = finishedSelection<StateCharacterSelect>(STATE_CHARACTER_SELECT, "STATE_CHARACTER_SELECT", "postaci");
+        if (select) fighterPaths[selecting - SELECTING_FIGHTER_1] = select->selectedPath(0);
+    } else if (selecting == SELECTING_ARENA) {
+        auto* select = finishedSelection<StateArenaSelect>(STATE_ARENA_SELECT, "STATE_ARENA_SELECT", "areny");
+        if (select) arenaPath = select->chosenPath();
+    }
     rearm();
 }
 
-void StateDuelPrepare::readFighter() {
-    if (Engine::top()->getType() != STATE_CHARACTER_SELECT) {
-        Log::fail("StateDuelPrepare.resume: Skopane state, oczekiwano STATE_CHARACTER_SELECT, otrzymano cos innego");
-        return;
+template <typename Selection>
+Selection* StateDuelPrepare::finishedSelection(int type, const char* typeName, const char* what) {
+    if (Engine::top()->getType() != type) {
+        Log::fail("StateDuelPrepare.resume: Skopane state, oczekiwano %s, otrzymano cos innego", typeName);
+        return nullptr;
     }
-    auto* select = static_cast<StateCharacterSelect*>(Engine::top());
+    auto* select = static_cast<Selection*>(Engine::top());
     if (select->cancelled) {
-        Log::info("StateDuelPrepare.resume: Wybor postaci przerwany");
-        return;
+        Log::info("StateDuelPrepare.resume: Wybor %s przerwany", what);
+        return nullptr;
     }
-    fighterPaths[selecting - SELECTING_FIGHTER_1] = select->selectedPath(0);
-}
-
-void StateDuelPrepare::readArena() {
-    if (Engine::top()->getType() != STATE_ARENA_SELECT) {
-        Log::fail("StateDuelPrepare.resume: Skopane state, oczekiwano STATE_ARENA_SELECT, otrzymano cos innego");
-        return;
-    }
-    auto* select = static_cast<StateArenaSelect*>(Engine::top());
-    if (select->cancelled) {
-        Log::info("StateDuelPrepare.resume: Wybor areny przerwany");
-        return;
-    }
-    arenaPath = select->chosenPath();
+    return select;
 }

@@ -26,7 +26,6 @@ public:
     };
 
     void init() override;
-    void update(float dt) override;
     // Reads the choice back from the selection screen that is leaving.
     void resume() override;
     int getType() override { return STATE_DUEL_PREPARE; }
@@ -36,7 +35,12 @@ public:
     std::string fighterPaths[2];
     std::string arenaPath;
 
+protected:
+    void choose(int32_t id) override;
+
 private:
-    void readFighter();
-    void readArena();
+    // The selection screen on top, unless it isn't of the type expected or
+    // was broken off; both are logged.
+    template <typename Selection>
+    Selection* finishedSelection(int type, const char* typeName, const char* what);
 };

@@ -34,15 +34,7 @@ void StateMenu::addVolume(int id, const char* key, float share) {
     item->value = std::round(share * 100.0f);
 }
 
-void StateMenu::update(float dt) {
-    runMenu(dt);
-    applyVolumes();
-    if (menu.quit) {
-        Engine::pop();
-        return;
-    }
-    if (!menu.done) return;
-    const int id = menu.currentItem()->id;
+void StateMenu::choose(int32_t id) {
     if (id == ITEM_EXIT) {
         Engine::pop();
     } else if (id == ITEM_DUEL) {
@@ -55,9 +47,8 @@ void StateMenu::update(float dt) {
     }
 }
 
-// Heard at once while the slider moves; written to the settings once the
-// keys are let go, not at every step of a held key.
-void StateMenu::applyVolumes() {
+// Saved only with the keys let go, not at every step of a held key.
+void StateMenu::afterInput() {
     Sound::setSoundVolume(menu.find(ITEM_SOUND)->value / 100.0f);
     Sound::setMusicVolume(menu.find(ITEM_MUSIC)->value / 100.0f);
     if (!ControllerManager::anyPressed()) SoundSettings::save(SETTINGS);

@@ -22,12 +22,13 @@ public:
     static constexpr const char* SETTINGS = "config.nvo";
 
     void init() override;
-    void update(float dt) override;
-    void resume() override { rearm(); }
-    void clear() override { menu.clear(); }
     int getType() override { return STATE_MENU; }
+
+protected:
+    void choose(int32_t id) override;
+    // The sliders are heard at once, and kept once the keys are let go.
+    void afterInput() override;
 
 private:
     void addVolume(int id, const char* key, float share);
-    void applyVolumes();
 };

@@ -136,6 +136,13 @@ void Menu::update(float dt) {
     if (takeInput(keys)) changed = true;
 }
 
+bool Menu::poll(float dt) {
+    if (!done) update(dt);
+    const bool wasChanged = changed;
+    changed = false;
+    return wasChanged;
+}
+
 bool Menu::takeInput(const uint8_t* keys) {
     if (ControllerManager::isPressed(ACTION_UP)) {
         prev();

@@ -104,6 +104,9 @@ public:
     void resume();
     // One frame of input from the controllers, Return and Escape.
     void update(float dt);
+    // An owner's usual start of a frame: update while not done; true, and
+    // changed cleared, when the owner's text must be built again.
+    bool poll(float dt);
 
     // The single steps of update; none of them acts while done.
     void select();
