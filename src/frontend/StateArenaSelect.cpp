@@ -40,12 +40,8 @@ void StateArenaSelect::init() {
 }
 
 void StateArenaSelect::addArena(const std::string& name) {
-    auto* arena = new Arena();
-    arena->objectType = OBJECT_LOCAL;
-    if (!arena->init(ContentList::scriptPath(FOLDER, name))) {
-        delete arena;
-        return;
-    }
+    Arena* arena = ContentList::load<Arena>(FOLDER, name);
+    if (!arena) return;
     const int32_t index = static_cast<int32_t>(entries.size());
     entries.push_back({arena, 0.0f, ContentList::description(FOLDER, name, OPERATION)});
     menu.addItem(index, MENU_ACTION, name);

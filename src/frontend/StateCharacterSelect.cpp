@@ -46,12 +46,8 @@ void StateCharacterSelect::loadRes() {
 }
 
 void StateCharacterSelect::addFighter(const std::string& name) {
-    auto* character = new Character();
-    character->objectType = OBJECT_LOCAL;
-    if (!character->init(ContentList::scriptPath(FOLDER, name))) {
-        delete character;
-        return;
-    }
+    Character* character = ContentList::load<Character>(FOLDER, name);
+    if (!character) return;
     const int32_t index = static_cast<int32_t>(fighters.size());
     fighters.push_back({character, ContentList::description(FOLDER, name, OPERATION)});
     menu.addItem(index, MENU_ACTION, character->name);

@@ -2,14 +2,13 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <initializer_list>
 #include <string>
 
 #include "HeldKeys.h"
-#include "TestSupport.h"
 #include "graphics/Render.h"
 #include "resources/Resource.h"
 #include "shell/Engine.h"
-#include "shell/Log.h"
 
 // The screens run on the real state stack in one window per process, with
 // the default keyboards, in a temporary working directory. Content is kept
@@ -18,12 +17,9 @@ class FrontendTest : public ::testing::Test {
 protected:
     static void SetUpTestSuite() {
         static const bool opened = Render::init(800, 600, false);
-        ASSERT_TRUE(opened) << "no window: " << SDL_GetError();
+        ASSERT_TRUE(opened) << SDL_GetError();
     }
-    void SetUp() override {
-        Log::setFlags(Log::LOG_INFO | Log::LOG_FAIL);
-        Engine::init();
-    }
+    void SetUp() override { Engine::init(); }
     void TearDown() override {
         Engine::clear();
         Resource::clear();
@@ -34,18 +30,14 @@ protected:
         memcpy(data, bytes.c_str(), bytes.size() + 1);
         Resource::preload(name, static_cast<uint32_t>(bytes.size()), data);
     }
-    // One fresh press of a key, over two frames.
-    static void press(int key) {
-        HeldKeys::hold(key);
-        Engine::update(0.0f);
-        HeldKeys::release(key);
-        Engine::update(0.0f);
+    // Fresh presses, each a frame with the key down and one with it let go.
+    static void press(std::initializer_list<int> keys) {
+        for (int key : keys) {
+            HeldKeys::hold(key);
+            Engine::update(0.0f);
+            letGo();
+        }
     }
-    static void pressAll(std::initializer_list<int> keys) {
-        for (int key : keys) press(key);
-    }
-    // Lets go of everything for a frame: a screen just pushed ignores keys
-    // until then.
     static void letGo() {
         HeldKeys::releaseAll();
         Engine::update(0.0f);
