@@ -42,7 +42,8 @@ void StateDuelPrepare::choose(int32_t id) {
 
 void StateDuelPrepare::resume() {
     if (selecting == SELECTING_FIGHTER_1 || selecting == SELECTING_FIGHTER_2) {
-        auto* select = finishedSelection<StateCharacterSelect>(STATE_CHARACTER_SELECT, "STATE_CHARACTER_SELECT", "postaci");
+        auto* select =
+            finishedSelection<StateCharacterSelect>(STATE_CHARACTER_SELECT, "STATE_CHARACTER_SELECT", "postaci");
         if (select) fighterPaths[selecting - SELECTING_FIGHTER_1] = select->selectedPath(0);
     } else if (selecting == SELECTING_ARENA) {
         auto* select = finishedSelection<StateArenaSelect>(STATE_ARENA_SELECT, "STATE_ARENA_SELECT", "areny");

@@ -18,8 +18,10 @@ void StateMenu::init() {
     menu.addChild(ITEM_START, ITEM_RETURN, MENU_BACK, word("return"));
     menu.addItem(ITEM_OPTIONS, MENU_SUBMENU, word("options"));
     menu.addChild(ITEM_OPTIONS, ITEM_CONTROLS, MENU_SUBMENU, word("options_controls"));
-    for (int id = ITEM_PLAYER_1; id <= ITEM_PLAYER_4; ++id)
-        menu.addChild(ITEM_CONTROLS, id, MENU_ACTION, word("options_player") + " " + std::to_string(id - ITEM_PLAYER_1 + 1));
+    for (int id = ITEM_PLAYER_1; id <= ITEM_PLAYER_4; ++id) {
+        const std::string number = std::to_string(id - ITEM_PLAYER_1 + 1);
+        menu.addChild(ITEM_CONTROLS, id, MENU_ACTION, word("options_player") + " " + number);
+    }
     menu.addChild(ITEM_CONTROLS, ITEM_OPTIONS_RETURN, MENU_BACK, word("return"));
     addVolume(ITEM_SOUND, "options_sound", Sound::getSoundVolume());
     addVolume(ITEM_MUSIC, "options_music", Sound::getMusicVolume());
