@@ -25,6 +25,20 @@ Sound::Sample* findCached(const std::string& name) {
     return nullptr;
 }
 
+// SDL_mixer's channel volume for a share of full loudness.
+int mixerVolume(float share) {
+    if (!(share > 0.0f)) return 0;
+    if (share >= 1.0f) return MIX_MAX_VOLUME;
+    return static_cast<int>(share * MIX_MAX_VOLUME + 0.5f);
+}
+
+int freeChannel() {
+    const int channels = Mix_AllocateChannels(-1);
+    for (int channel = 0; channel < channels; ++channel)
+        if (!Mix_Playing(channel)) return channel;
+    return -1;
+}
+
 // Reads and decodes a sound; null only when the file can't be read.
 Sound::Sample* loadSample(const std::string& name) {
     char* data = Resource::read(name);
@@ -84,18 +98,31 @@ void clear() {
 
 void update(float) {}
 
-void play(const std::string& name, float) {
+namespace {
+
+// The loudness of one play is the caller's volume times the player's setting.
+void playAt(const std::string& name, float loudness) {
     Sample* sample = findCached(name);
     if (!sample) {
         sample = loadSample(name);
         if (!sample) return;
         sounds.push_back(sample);
     }
-    // With every channel busy the sound is simply not heard.
-    if (sample->chunk) Mix_PlayChannelTimed(-1, sample->chunk, 0, -1);
+    if (!sample->chunk) return;
+    // The volume is set before the sound starts, so that no piece of it is
+    // mixed at the channel's previous volume. With every channel busy the
+    // sound is simply not heard.
+    int channel = freeChannel();
+    if (channel < 0) return;
+    Mix_Volume(channel, mixerVolume(loudness));
+    Mix_PlayChannelTimed(channel, sample->chunk, 0, -1);
 }
 
-void playMusic(const std::string& name, float volume) { play(name, volume); }
+}  // namespace
+
+void play(const std::string& name, float volume) { playAt(name, volume * soundVolume); }
+
+void playMusic(const std::string& name, float volume) { playAt(name, volume * musicVolume); }
 
 void setSoundVolume(float volume) { soundVolume = volume; }
 float getSoundVolume() { return soundVolume; }

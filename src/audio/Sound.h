@@ -19,10 +19,12 @@ bool init(int channels);
 void clear();
 void update(float dt);
 
-// The volumes are stored and handed over, but nothing applies them.
+// A sound is as loud as `volume` (0 to 1) times the stored sound volume,
+// music times the music volume.
 void play(const std::string& name, float volume);
 void playMusic(const std::string& name, float volume);
 
+// Shares of full loudness, 0 to 1; the player's setting.
 void setSoundVolume(float volume);
 float getSoundVolume();
 void setMusicVolume(float volume);

@@ -14,6 +14,9 @@ const int MOST_CONTROLLERS = 64;
 const int WARN_ABOVE = 16;
 
 std::vector<Controller*> controllers;
+std::string settingsPath = "config.nvo";
+
+std::string prefixOf(int index) { return "ctrl." + std::to_string(index); }
 
 struct DefaultKeyboard {
     const char* number;
@@ -32,6 +35,7 @@ namespace ControllerManager {
 
 void init(const std::string& path) {
     clear();
+    settingsPath = path;
     Database* settings = Database::get(path);
     int wanted = settings->getVal("ctrl.count");
     if (wanted < 1) {
@@ -45,7 +49,7 @@ void init(const std::string& path) {
     }
     controllers.reserve(wanted > 0 ? wanted : 0);
     for (int i = 0; i < wanted; ++i) {
-        const std::string key = "ctrl." + std::to_string(i);
+        const std::string key = prefixOf(i);
         const std::string type = settings->getStr(key);
         const std::string prefix = key + "." + type;
         Log::debug("ControllerManager.init: Prefix: \"%s\"", prefix.c_str());
@@ -70,6 +74,25 @@ void writeDefaults() {
         for (int action = 0; action < ACTION_COUNT; ++action)
             settings->setVal(key + ".keyboard" + ControllerKeyboard::keyName(action), keyboard.keys[action]);
     }
+}
+
+bool setKeyboard(int index, const int32_t keys[ACTION_COUNT]) {
+    if (index < 0 || index >= MOST_CONTROLLERS) return false;
+    Database* settings = Database::get(settingsPath);
+    const std::string key = prefixOf(index);
+    const std::string prefix = key + ".keyboard";
+    settings->setStr(key, "keyboard");
+    for (int action = 0; action < ACTION_COUNT; ++action)
+        settings->setVal(prefix + ControllerKeyboard::keyName(action), keys[action]);
+    if (settings->getVal("ctrl.count") < index + 1) settings->setVal("ctrl.count", index + 1);
+
+    // Fighters may hold the other controllers, so those stay where they are.
+    // Every entry made here is a keyboard.
+    if (index >= count()) controllers.resize(index + 1, nullptr);
+    if (!controllers[index]) controllers[index] = new ControllerKeyboard();
+    auto* keyboard = static_cast<ControllerKeyboard*>(controllers[index]);
+    keyboard->init(settingsPath, prefix);
+    return settings->save(settingsPath);
 }
 
 void update(float dt) {

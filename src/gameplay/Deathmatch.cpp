@@ -1,6 +1,7 @@
 #include "gameplay/Deathmatch.h"
 
 #include <algorithm>
+#include <map>
 
 #include "gameplay/Arena.h"
 #include "gameplay/Character.h"
@@ -57,6 +58,10 @@ void Deathmatch::init() {
     clear();
     checkTimer = 0.0f;
     restartTimer = 0.0f;
+    roundTime = 0.0f;
+    roundWinners.clear();
+    matchOver = false;
+    matchWinner = NO_WINNER;
 }
 
 void Deathmatch::clear() {
@@ -70,7 +75,13 @@ void Deathmatch::update(float dt) {
     // A client's game mode may be told to run before the arena is named.
     if (!arena) return;
     arena->update(dt);
+    if (matchOver) return;
     if (checkTimer >= 0.0f) {
+        roundTime += dt;
+        if (timeLimit > 0.0f && roundTime >= timeLimit && characters.size() >= 2) {
+            endRound(healthiest());
+            return;
+        }
         checkTimer += dt;
         if (!(checkTimer > CHECK_INTERVAL)) return;
         checkTimer = 0.0f;
@@ -82,14 +93,59 @@ void Deathmatch::update(float dt) {
 
 void Deathmatch::lookAtFighters() {
     int alive = 0;
-    for (Character* fighter : characters)
-        if (fighter->hp > 0.0f) ++alive;
+    int32_t survivor = NO_WINNER;
+    for (Character* fighter : characters) {
+        if (fighter->hp > 0.0f) {
+            ++alive;
+            survivor = fighter->id;
+        }
+    }
     if (alive >= 2) return;
     // One fighter alone plays on for ever.
     if (characters.size() < 2) return;
+    endRound(survivor);
+}
+
+void Deathmatch::endRound(int32_t winner) {
     setDisabled(true);
     checkTimer = -1.0f;
     restartTimer = 0.0f;
+    roundWinners.push_back(winner);
+    if (roundLimit > 0 && roundWinners.size() >= static_cast<std::size_t>(roundLimit)) {
+        matchOver = true;
+        matchWinner = mostRoundsWon();
+    }
+}
+
+int32_t Deathmatch::healthiest() const {
+    int32_t best = NO_WINNER;
+    float bestHp = 0.0f;
+    for (const Character* fighter : characters) {
+        if (fighter->hp > bestHp) {
+            best = fighter->id;
+            bestHp = fighter->hp;
+        } else if (fighter->hp == bestHp) {
+            best = NO_WINNER;
+        }
+    }
+    return best;
+}
+
+int32_t Deathmatch::mostRoundsWon() const {
+    std::map<int32_t, int> wins;
+    for (int32_t winner : roundWinners)
+        if (winner != NO_WINNER) ++wins[winner];
+    int32_t best = NO_WINNER;
+    int most = 0;
+    for (const auto& entry : wins) {
+        if (entry.second > most) {
+            best = entry.first;
+            most = entry.second;
+        } else if (entry.second == most) {
+            best = NO_WINNER;
+        }
+    }
+    return best;
 }
 
 void Deathmatch::runPause(float dt) {
@@ -106,6 +162,7 @@ void Deathmatch::runPause(float dt) {
         restartTimer += dt;
     } else {
         checkTimer = 0.0f;
+        roundTime = 0.0f;
         setDisabled(false);
     }
 }

@@ -14,6 +14,7 @@ public:
         STATE_DEMO_MENU = 6,
         STATE_DEMO_SERVER = 7,
         STATE_DEMO_CLIENT = 8,
+        STATE_CONTROLS = 9,
     };
 
     virtual ~GameState() = default;

@@ -5,6 +5,7 @@
 #include <ctime>
 
 #include "audio/Sound.h"
+#include "audio/SoundSettings.h"
 #include "gameplay/ControllerManager.h"
 #include "graphics/Render.h"
 #include "resources/Database.h"
@@ -49,6 +50,7 @@ int main() {
 
     if (SDLNet_Init() != 0) Log::fail("init: Nie udalo sie wystartowac sieci");
     if (!Sound::init(32)) Log::fail("init: Nie udalo sie wystartowac dzwieku");
+    SoundSettings::load("config.nvo");
     if (!Engine::init()) Log::fail("init: Nie udalo sie wystartowac silnika");
     Engine::push(new StandaloneScene());
     Log::info("main: init %ums", SDL_GetTicks());

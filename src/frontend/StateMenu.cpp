@@ -1,0 +1,57 @@
+#include "frontend/StateMenu.h"
+
+#include <cmath>
+#include <string>
+
+#include "audio/Sound.h"
+#include "audio/SoundSettings.h"
+#include "frontend/StateControls.h"
+#include "frontend/StateDuelPrepare.h"
+#include "gameplay/ControllerManager.h"
+#include "shell/Engine.h"
+#include "shell/Log.h"
+
+void StateMenu::init() {
+    openMenu("menu_main");
+    menu.addItem(ITEM_START, MENU_SUBMENU, word("start"));
+    menu.addChild(ITEM_START, ITEM_DUEL, MENU_ACTION, "Duel");
+    menu.addChild(ITEM_START, ITEM_RETURN, MENU_BACK, word("return"));
+    menu.addItem(ITEM_OPTIONS, MENU_SUBMENU, word("options"));
+    menu.addChild(ITEM_OPTIONS, ITEM_CONTROLS, MENU_SUBMENU, word("options_controls"));
+    for (int id = ITEM_PLAYER_1; id <= ITEM_PLAYER_4; ++id) {
+        const std::string number = std::to_string(id - ITEM_PLAYER_1 + 1);
+        menu.addChild(ITEM_CONTROLS, id, MENU_ACTION, word("options_player") + " " + number);
+    }
+    menu.addChild(ITEM_CONTROLS, ITEM_OPTIONS_RETURN, MENU_BACK, word("return"));
+    addVolume(ITEM_SOUND, "options_sound", Sound::getSoundVolume());
+    addVolume(ITEM_MUSIC, "options_music", Sound::getMusicVolume());
+    menu.addChild(ITEM_OPTIONS, ITEM_OPTIONS_RETURN, MENU_BACK, word("return"));
+    menu.addItem(ITEM_EXIT, MENU_ACTION, word("exit"));
+    showMenu();
+}
+
+void StateMenu::addVolume(int id, const char* key, float share) {
+    MenuItem* item = menu.addChild(ITEM_OPTIONS, id, MENU_VALUE, word(key), VOLUME_DELAY);
+    item->setRange(0.0f, 100.0f, 1.0f);
+    item->value = std::round(share * 100.0f);
+}
+
+void StateMenu::choose(int32_t id) {
+    if (id == ITEM_EXIT) {
+        Engine::pop();
+    } else if (id == ITEM_DUEL) {
+        Engine::push(new StateDuelPrepare());
+    } else if (id >= ITEM_PLAYER_1 && id <= ITEM_PLAYER_4) {
+        Engine::push(new StateControls(id - ITEM_PLAYER_1));
+    } else {
+        Log::info("StateMenu.update: Nieznana akcja (%d)", id);
+        menu.resume();
+    }
+}
+
+// Saved only with the keys let go, not at every step of a held key.
+void StateMenu::afterInput() {
+    Sound::setSoundVolume(menu.find(ITEM_SOUND)->value / 100.0f);
+    Sound::setMusicVolume(menu.find(ITEM_MUSIC)->value / 100.0f);
+    if (!ControllerManager::anyPressed()) SoundSettings::save(SETTINGS);
+}

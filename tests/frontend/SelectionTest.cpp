@@ -1,0 +1,126 @@
+#include <sys/stat.h>
+
+#include <string>
+#include <vector>
+
+#include "FrontendTest.h"
+#include "frontend/StateArenaSelect.h"
+#include "frontend/StateCharacterSelect.h"
+#include "frontend/StateDuelPrepare.h"
+
+namespace {
+
+std::string fighterScript(const std::string& name) { return "function init() setName('" + name + "') end"; }
+const char* const ARENA_SCRIPT = "function init() end\nfunction update() end";
+
+// From the duel set-up, whose items from the top are start, arena, fighter 1, fighter 2.
+class SelectionTest : public FrontendTest {
+protected:
+    void SetUp() override {
+        FrontendTest::SetUp();
+        TestSupport::writeFile("lang.ini", "[character_select]\nreturn=Back\nrandom=Any\n"
+                                           "[arena_select]\nreturn=Leave\nrandom=Any arena\n");
+        Engine::push(new StateDuelPrepare());
+        letGo();
+    }
+    StateDuelPrepare* prepare() { return top<StateDuelPrepare>(); }
+    // Opens the selection screen `down` items below the one selected now.
+    void open(int down) {
+        for (int i = 0; i < down; ++i) press({SDLK_DOWN});
+        press({SDLK_RETURN});
+    }
+    std::string logOfPress(int key) {
+        TestSupport::CapturedStdout out;
+        press({key});
+        return out.text();
+    }
+};
+
+TEST_F(SelectionTest, FightersComeInTheListsOrderThenFromDiskAndTheChoiceGoesBack) {
+    inMemory("character/list.txt", "beta\r\nmissing\n\nalpha");
+    inMemory("character/beta/init.lua", fighterScript("Beta"));
+    inMemory("character/beta/desc.txt", "Beta the brave.");
+    inMemory("character/alpha/init.lua", fighterScript("Alpha"));
+    ASSERT_EQ(mkdir("character", 0700) | mkdir("character/gamma", 0700), 0);
+    TestSupport::writeFile("character/gamma/init.lua", fighterScript("Gamma"));
+    open(2);
+    auto* select = top<StateCharacterSelect>();
+    ASSERT_NE(select, nullptr);
+    std::vector<std::string> labels;
+    for (MenuItem* item : select->menu.root.items) labels.push_back(item->label);
+    EXPECT_EQ(labels, (std::vector<std::string>{"Back", "Any", "Beta", "Alpha", "Gamma"}));
+    EXPECT_EQ(select->list.text, "Alpha\nGamma\n[Back]\nAny\nBeta");  // the cursor on line 5 / 2
+
+    const struct {
+        std::string text;
+        float alpha;
+    } descriptions[] = {{"", 0.0f}, {"Beta the brave.", 255.0f}, {"", 255.0f}};
+    for (const auto& d : descriptions) {
+        press({SDLK_DOWN});
+        EXPECT_EQ(select->desc.text, d.text);
+        EXPECT_EQ(select->desc.alpha, d.alpha);
+    }
+    press({SDLK_RETURN});
+    EXPECT_EQ(prepare()->fighterPaths[0], "character/alpha/init.lua");
+    EXPECT_FALSE(prepare()->menu.done);
+}
+
+TEST_F(SelectionTest, ArenasFadeInTwiceAsFastAsTheyFadeOutAndTheChoiceGoesBack) {
+    inMemory("arena/list.txt", "one\nnowhere\ntwo\n");
+    inMemory("arena/one/init.lua", ARENA_SCRIPT);
+    inMemory("arena/one/desc.txt", "The first.");
+    inMemory("arena/two/init.lua", ARENA_SCRIPT);
+    open(1);
+    auto* select = top<StateArenaSelect>();
+    ASSERT_NE(select, nullptr);
+    ASSERT_EQ(select->entries.size(), 4u);
+    EXPECT_EQ(select->desc.text, "Leave");
+    Engine::update(0.5f);
+    press({SDLK_DOWN, SDLK_DOWN});
+    EXPECT_EQ(select->desc.text, "The first.");
+    const float alphas[][2] = {{127.5f, 191.25f}, {255.0f, 127.5f}};  // entries 2 and 0
+    for (const auto& expected : alphas) {
+        Engine::update(0.25f);
+        EXPECT_EQ(select->entries[2].alpha, expected[0]);
+        EXPECT_EQ(select->entries[0].alpha, expected[1]);
+    }
+    press({SDLK_DOWN});
+    EXPECT_EQ(select->desc.alpha, 0.0f);  // "two" has no description
+    press({SDLK_RETURN});
+    EXPECT_EQ(prepare()->arenaPath, "arena/two/init.lua");
+}
+
+TEST_F(SelectionTest, RandomPicksOnlyWhatLoadedAndNothingFromAnEmptyList) {
+    inMemory("character/list.txt", "alpha");
+    inMemory("character/alpha/init.lua", fighterScript("Alpha"));
+    inMemory("arena/list.txt", "one\ntwo");
+    inMemory("arena/one/init.lua", ARENA_SCRIPT);
+    inMemory("arena/two/init.lua", ARENA_SCRIPT);
+    open(3);
+    press({SDLK_DOWN, SDLK_RETURN});
+    EXPECT_EQ(prepare()->fighterPaths[1], "character/alpha/init.lua");
+    press({SDLK_UP, SDLK_UP});
+    for (int i = 0; i < 10; ++i) {
+        prepare()->arenaPath.clear();
+        open(0);
+        press({SDLK_DOWN, SDLK_RETURN});
+        const std::string& chosen = prepare()->arenaPath;
+        EXPECT_TRUE(chosen == "arena/one/init.lua" || chosen == "arena/two/init.lua") << chosen;
+    }
+
+    Resource::clear();
+    const struct {
+        int item;
+        const char* cancelled;
+    } emptyScreens[] = {{3, "Wybor postaci przerwany"}, {1, "Wybor areny przerwany"}};
+    for (const auto& screen : emptyScreens) {
+        prepare()->menu.root.current = screen.item;
+        open(0);
+        press({SDLK_DOWN, SDLK_RETURN});  // nothing to draw from: the screen stays
+        EXPECT_EQ(prepare(), nullptr);
+        EXPECT_NE(logOfPress(SDLK_ESCAPE).find(screen.cancelled), std::string::npos);
+    }
+    EXPECT_EQ(prepare()->fighterPaths[1], "character/alpha/init.lua");
+}
+
+}  // namespace

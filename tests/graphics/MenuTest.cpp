@@ -1,0 +1,162 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "HeldKeys.h"
+#include "TestSupport.h"
+#include "graphics/Menu.h"
+
+using TestSupport::logOf;
+
+namespace {
+
+// root: Host (5 Players 1..2, 7 Start, 9 Deeper (20 Deep, 21 Up), 8 Back),
+//       Slider 0..2 in steps of 1, Go, Exit.
+class MenuTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        menu.begin();
+        menu.delay = 0.0f;
+        menu.addItem(1, MENU_SUBMENU, "Host");
+        menu.addChild(1, 5, MENU_VALUE, "Players")->setRange(1.0f, 2.0f, 1.0f);
+        menu.addChild(1, 7, MENU_ACTION, "Start");
+        menu.addChild(1, 9, MENU_SUBMENU, "Deeper");
+        menu.addChild(9, 20, MENU_ACTION, "Deep");
+        menu.addChild(9, 21, MENU_BACK, "Up");
+        menu.addChild(1, 8, MENU_BACK, "Back");
+        menu.addItem(2, MENU_VALUE, "Slider", 0.0625f)->setRange(0.0f, 2.0f, 1.0f);
+        menu.addItem(3, MENU_ACTION, "Go");
+        menu.addItem(4, MENU_BACK, "Exit");
+    }
+    // Whether a frame of dt with `key` held took input.
+    bool acts(int key, float dt) {
+        HeldKeys::releaseAll();
+        HeldKeys::hold(key);
+        menu.changed = false;
+        menu.update(dt);
+        return menu.changed;
+    }
+    void letGo() {
+        HeldKeys::releaseAll();
+        menu.update(0.0f);
+    }
+    // A fresh press: a frame with the key down, one with everything let go.
+    bool press(int key) {
+        bool acted = acts(key, 0.0f);
+        letGo();
+        return acted;
+    }
+
+    HeldKeys keys;
+    Menu menu;
+};
+
+TEST_F(MenuTest, NavigationWrapsAndASubmenuOpensAtItsFirstItem) {
+    const struct {
+        int key;
+        std::size_t depth;
+        int current;
+    } steps[] = {
+        {SDLK_UP, 1, 3},   {SDLK_DOWN, 1, 0},   {SDLK_RETURN, 2, 0}, {SDLK_UP, 2, 3},     {SDLK_DOWN, 2, 0},
+        {SDLK_DOWN, 2, 1}, {SDLK_DOWN, 2, 2},   {SDLK_RSHIFT, 3, 0}, {SDLK_DOWN, 3, 1},
+        {SDLK_RSHIFT, 2, 2},  // the item "Up" goes back, and the level below keeps its place
+        {SDLK_ESCAPE, 1, 0}, {SDLK_RETURN, 2, 0},  // opened again: at its first item
+        {SDLK_g, 1, 0},                            // the second player's B
+    };
+    for (const auto& step : steps) {
+        EXPECT_TRUE(press(step.key));
+        EXPECT_EQ(menu.path.size(), step.depth) << "key " << step.key;
+        EXPECT_EQ(menu.level()->current, step.current) << "key " << step.key;
+    }
+    EXPECT_FALSE(menu.done);
+}
+
+TEST_F(MenuTest, ValuesStopAtTheirLimitsAndEveryPressCountsAsAChange) {
+    MenuItem* slider = menu.find(2);
+    press(SDLK_DOWN);
+    const struct {
+        int key;
+        float value;
+    } steps[] = {{SDLK_RIGHT, 2.0f}, {SDLK_RIGHT, 2.0f}, {SDLK_LEFT, 1.0f}, {SDLK_LEFT, 0.0f}, {SDLK_LEFT, 0.0f}};
+    for (const auto& step : steps) {
+        EXPECT_TRUE(press(step.key));
+        EXPECT_EQ(slider->value, step.value);
+    }
+    EXPECT_EQ(menu.find(5)->value, 1.5f);  // the middle of 1..2 until the owner writes another
+    press(SDLK_DOWN);
+    press(SDLK_RIGHT);  // not a value item
+    EXPECT_EQ(menu.find(3)->value, 0.0f);
+}
+
+TEST_F(MenuTest, AHeldKeyActsAgainExactlyAfterItsDelayAndLettingGoEndsAnyDelay) {
+    const struct {
+        int key;
+        int item;  // the root item selected first
+        float delay;
+    } cases[] = {{SDLK_DOWN, 0, 0.25f}, {SDLK_RIGHT, 1, 0.0625f}, {SDLK_RETURN, 0, 1.0f}};
+    for (const auto& c : cases) {
+        menu.path.resize(1);
+        menu.root.current = c.item;
+        letGo();
+        EXPECT_TRUE(press(c.key));
+        EXPECT_TRUE(acts(c.key, 0.0f)) << c.key;
+        EXPECT_FALSE(acts(c.key, c.delay * 0.75f)) << c.key;
+        EXPECT_TRUE(acts(c.key, c.delay * 0.25f)) << c.key;
+    }
+    menu.delay = Menu::HELD_KEY_DELAY;  // a key still held from the screen before
+    EXPECT_FALSE(acts(SDLK_RETURN, 9.0f));
+    letGo();
+    EXPECT_TRUE(acts(SDLK_a, 0.0f));
+}
+
+TEST_F(MenuTest, ConfirmFinishesBackAtTheRootQuitsAndADoneMenuStandsStill) {
+    const struct {
+        int item, key;
+        bool quit;
+    } cases[] = {{2, SDLK_RSHIFT, false}, {2, SDLK_RETURN, false}, {0, SDLK_RCTRL, true},
+                 {0, SDLK_ESCAPE, true},  {3, SDLK_RETURN, true}};
+    for (const auto& c : cases) {
+        SetUp();
+        menu.root.current = c.item;
+        press(c.key);
+        EXPECT_TRUE(menu.done) << c.key;
+        EXPECT_EQ(menu.quit, c.quit) << c.key;
+    }
+    EXPECT_FALSE(press(SDLK_DOWN));
+    menu.root.current = 1;
+    menu.select();
+    menu.back();
+    menu.next();
+    menu.increase();
+    EXPECT_EQ(menu.find(2)->value, 1.0f);
+    EXPECT_EQ(menu.root.current, 1);
+    menu.resume();
+    menu.increase();
+    EXPECT_EQ(menu.find(2)->value, 2.0f);
+}
+
+TEST_F(MenuTest, FindDumpAndTheTextOfALevel) {
+    EXPECT_EQ(menu.find(20)->label, "Deep");
+    EXPECT_EQ(menu.find(4)->label, "Exit");
+    EXPECT_EQ(menu.find(99), nullptr);
+    EXPECT_EQ(menu.addChild(99, 30, MENU_ACTION, "Orphan"), nullptr);
+    const std::string log = logOf([&] { menu.dump(); });
+    for (const char* line : {"INFO: 0: Host [sub][curr]\n", "INFO: 2: Deeper [sub][]\n", "INFO: 1: Up [][]\n"})
+        EXPECT_NE(log.find(line), std::string::npos) << line;
+
+    menu.root.current = 1;
+    EXPECT_EQ(menu.level()->text(), "Host\n[Slider: 1]\nGo\nExit");
+    menu.root.current = 0;
+    press(SDLK_RETURN);
+    MenuList& list = *menu.level();
+    EXPECT_EQ(list.text(), "[Players: 1.5]\nStart\nDeeper\nBack");
+    list.current = 2;
+    list.remove(0);
+    EXPECT_EQ(list.currentItem()->label, "Deeper");
+    list.remove(2);
+    list.current = -1;
+    list.normalize();
+    EXPECT_EQ(list.current, 1);
+}
+
+}  // namespace
