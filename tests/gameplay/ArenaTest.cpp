@@ -1,21 +1,101 @@
-#include <cstring>
-#include <string>
+#include <tuple>
 
+#include "TestSupport.h"
 #include "WorldFixture.h"
 
 namespace {
 
-class ArenaTest : public WorldTest {};
+// The default floor is 800 wide: a word over the noise reaches that far.
+const float WIDTH = 800.0f;
 
-TEST_F(ArenaTest, ScriptWithoutShapeGetsTheDefaultFloorAndTwoStarts) {
-    EXPECT_FLOAT_EQ(arena.min.x, 0.0f);
-    EXPECT_FLOAT_EQ(arena.min.y, 300.0f);
-    EXPECT_FLOAT_EQ(arena.max.x, 800.0f);
-    EXPECT_FLOAT_EQ(arena.max.y, 600.0f);
-    ASSERT_EQ(arena.startPositions.size(), 2u);
-    EXPECT_FLOAT_EQ(arena.startPositions[0].x, 200.0f);
-    EXPECT_FLOAT_EQ(arena.startPositions[1].x, 600.0f);
-    EXPECT_FLOAT_EQ(arena.startPositions[1].y, 450.0f);
+float expectedDamage(float distance, float range, float power) {
+    float share = distance / range;
+    return (1.0f - share * share) * power * 10.0f;
+}
+
+using ArenaTest = WorldTest;
+
+// A word from nobody at (0, 450) to one hearer.
+TEST_F(ArenaTest, RangeShrinksUnderTheNoiseAndDamageFallsWithTheSquareOfDistance) {
+    struct Case { const char* what; float noise, power, x, z; int hits; float damage; };
+    const Case cases[] = {
+        {"a quiet arena: the whole width", 0, 2, 500, 0, 1, expectedDamage(500, WIDTH, 2)},
+        {"power at half the noise: half the width", 4, 2, 100, 0, 1, expectedDamage(100, WIDTH / 2, 2)},
+        {"just past that range", 4, 2, 401, 0, 0, 0},
+        {"power equal to the noise: the whole width", 4, 4, 500, 0, 1, expectedDamage(500, WIDTH, 4)},
+        {"exactly at the range: hit with nothing", 0, 3, WIDTH, 0, 1, 0},
+        {"height counts", 0, 1, 300, 400, 1, expectedDamage(500, WIDTH, 1)},
+        {"silence in silence reaches nobody", 0, 0, 0, 0, 0, 0},
+        {"silence in noise reaches only its own spot", 1, 0, 0, 0, 1, 0},
+        {"nonsense reaches nobody", 0, NAN, 0, 0, 0, 0},
+    };
+    Character* hearer = addFighter(0.0f, 450.0f);
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        hearer->restart();
+        hearer->position = Vector(c.x, 450.0f, c.z, 0.0f);
+        arena.setNoise(c.noise);
+        double heard = eval(hearer, "#hits");
+        arena.say(Vector(0.0f, 450.0f, 0.0f, 0.0f), c.power, nullptr);
+        EXPECT_EQ(eval(hearer, "#hits"), heard + c.hits);
+        EXPECT_NEAR(100.0f - hearer->hp, c.damage, 1e-4);
+    }
+}
+
+// The speaker at x 400 faces right (0), then left (4); 10 pixels below it a
+// hearer 8 pixels behind its back still takes the full word, 9 only a quarter.
+TEST_F(ArenaTest, HearersBehindTheSpeakersBackTakeAQuarterPastEightPixels) {
+    Character* speaker = addFighter(400.0f, 450.0f);
+    Character* hearer = addFighter(0.0f, 460.0f);
+    struct Case { int32_t direction; float x, factor; };
+    for (const Case& c : {Case{0, 392, 1}, {0, 391, 0.25f}, {0, 400, 1}, {0, 410, 1}, {4, 408, 1}, {4, 409, 0.25f},
+                          {4, 400, 1}, {4, 390, 1}}) {
+        hearer->restart();
+        speaker->direction = c.direction;
+        hearer->position.x = c.x;
+        arena.say(speaker->position, 1.0f, speaker);
+        float full = expectedDamage(std::hypot(c.x - 400.0f, 10.0f), WIDTH, 1.0f);
+        EXPECT_NEAR(100.0f - hearer->hp, c.factor * full, 1e-4) << "facing " << c.direction << ", x " << c.x;
+    }
+    EXPECT_EQ(speaker->hp, 100.0f);  // a speaker doesn't hear itself
+}
+
+// A speaking hearer strikes back at twice the unreduced damage; a word from
+// nobody never strikes back, and the dead are hit all the same.
+TEST_F(ArenaTest, StrikingBackAndTheAnnouncementOfTheWord) {
+    Character* speaker = addFighter(400.0f, 450.0f, 4);  // faces away from the hearer
+    Character* hearer = addFighter(600.0f, 450.0f);
+    EventListener listener;
+    arena.addListener(&listener);
+    hearer->state |= Character::SPEAKING;
+    arena.say(speaker->position, 2.0f, speaker);
+    float full = expectedDamage(200.0f, WIDTH, 2.0f);
+    EXPECT_NEAR(100.0f - speaker->hp, 2.0f * full, 1e-4);
+    EXPECT_NEAR(100.0f - hearer->hp, 0.25f * full, 1e-4);
+    EXPECT_EQ(speaker->lastEvent.input, INPUT_HIT | INPUT_HIT_SELF);
+    EXPECT_EQ((std::vector<double>{eval(speaker, "hitSelf[1]"), eval(hearer, "hitSelf[1]")}),
+              (std::vector<double>{0, -1}));
+    ASSERT_EQ(listener.queue.size(), 1u);
+    EXPECT_EQ(listener.queue.back().type, EVENT_SPEECH);
+    EXPECT_EQ(listener.queue.back().speaker, speaker);
+
+    speaker->restart();
+    hearer->restart();
+    hearer->state = Character::DEAD | Character::SPEAKING;
+    arena.say(speaker->position, 2.0f, nullptr);
+    EXPECT_NEAR(100.0f - hearer->hp, full, 1e-4);
+    EXPECT_NEAR(100.0f - speaker->hp, 20.0f, 1e-4);  // at the spot of the word
+}
+
+TEST_F(ArenaTest, LoadingRefusesBrokenScriptsAndPutsTheFloorInOrder) {
+    for (const char* script : {"no_init.lua", "broken.lua", "missing.lua"})
+        EXPECT_FALSE(arena.init(dataPath(script))) << script;
+
+    TestSupport::ScopedTempDir dir;  // corners the wrong way round, and no update
+    TestSupport::writeFile("shape.lua", "function init() setArena({dimension = {500, 400, -100, -50}}) end");
+    ASSERT_TRUE(arena.init("shape.lua"));
+    EXPECT_EQ((std::vector<float>{arena.min.x, arena.min.y, arena.max.x, arena.max.y}),
+              (std::vector<float>{400, 350, 500, 400}));
 }
 
 TEST_F(ArenaTest, FightersFillTheStartsInTurnAndFaceTheCentre) {
@@ -23,66 +103,45 @@ TEST_F(ArenaTest, FightersFillTheStartsInTurnAndFaceTheCentre) {
     Character* second = addFighter(0.0f, 0.0f);
     Character* third = addFighter(0.0f, 0.0f);
     arena.characters.clear();
-    arena.addCharacter(first);
-    arena.addCharacter(second);
-    arena.addCharacter(third);
-    EXPECT_FLOAT_EQ(first->position.x, 200.0f);
-    EXPECT_EQ(first->direction, 0);
-    EXPECT_FLOAT_EQ(second->position.x, 600.0f);
-    EXPECT_EQ(second->direction, 4);
-    EXPECT_FLOAT_EQ(third->position.x, 200.0f);  // wraps around
-    EXPECT_EQ(third->arena, &arena);
-
-    // The same id again: not listed twice, but placed again.
+    for (Character* fighter : {first, second, third}) arena.addCharacter(fighter);
     first->position.x = 123.0f;
-    arena.addCharacter(first);
+    arena.addCharacter(first);  // the same id again: placed again, listed once
+    EXPECT_EQ((std::vector<float>{first->position.x, second->position.x, third->position.x}),
+              (std::vector<float>{200, 600, 200}));
+    EXPECT_EQ((std::vector<int32_t>{first->direction, second->direction}), (std::vector<int32_t>{0, 4}));
     EXPECT_EQ(arena.characters.size(), 3u);
-    EXPECT_FLOAT_EQ(first->position.x, 200.0f);
-    EXPECT_EQ(arena.findCharacter(second->id), second);
-    EXPECT_EQ(arena.findCharacter(99), nullptr);
-    EXPECT_EQ(arena.getCharacter(2), third);
-}
 
-TEST_F(ArenaTest, WithoutStartsAFighterStandsInTheCentre) {
+    // Without starts a fighter stands in the centre, which counts as the right half.
     arena.startPositions.clear();
     arena.setSize(100.0f, 200.0f, 300.0f, 100.0f);
-    Character* fighter = addFighter(0.0f, 0.0f);
-    arena.addCharacter(fighter);
-    EXPECT_FLOAT_EQ(fighter->position.x, 250.0f);
-    EXPECT_FLOAT_EQ(fighter->position.y, 250.0f);
-    EXPECT_EQ(fighter->direction, 4);  // at the middle counts as the right half
+    arena.addCharacter(first);
+    EXPECT_EQ((std::vector<float>{first->position.x, first->position.y}), (std::vector<float>{250, 250}));
+    EXPECT_EQ(first->direction, 4);
 }
 
-TEST_F(ArenaTest, EdgesBelongToTheFloorAndDistancesAreSigned) {
-    EXPECT_FALSE(arena.collides(Vector(0.0f, 300.0f, 0.0f, 0.0f)));
-    EXPECT_FALSE(arena.collides(Vector(800.0f, 600.0f, 1e9f, 0.0f)));
-    EXPECT_TRUE(arena.collides(Vector(-0.01f, 400.0f, 0.0f, 0.0f)));
-    EXPECT_TRUE(arena.collides(Vector(400.0f, 600.01f, 0.0f, 0.0f)));
-    EXPECT_TRUE(arena.collides(Vector(400.0f, 400.0f, -0.01f, 0.0f)));
-
-    Vector at(100.0f, 350.0f, 7.0f, 0.0f);
-    EXPECT_FLOAT_EQ(arena.distanceToEdge(at, Vector(-1.0f, 5.0f, 0.0f, 0.0f)), -100.0f);
-    EXPECT_FLOAT_EQ(arena.distanceToEdge(at, Vector(1.0f, 0.0f, 0.0f, 0.0f)), 700.0f);
-    EXPECT_FLOAT_EQ(arena.distanceToEdge(at, Vector(0.0f, -1.0f, 0.0f, 0.0f)), -50.0f);
-    EXPECT_FLOAT_EQ(arena.distanceToEdge(at, Vector(0.0f, 1.0f, 0.0f, 0.0f)), 250.0f);
-    EXPECT_FLOAT_EQ(arena.distanceToEdge(at, Vector(0.0f, 0.0f, -1.0f, 0.0f)), 7.0f);
+TEST_F(ArenaTest, EdgesBelongToTheFloorAndTheWayToThemIsSigned) {
+    for (auto [x, y, z, outside] : {std::tuple{0.0f, 300.0f, 0.0f, false}, {800.0f, 600.0f, 1e9f, false},
+                                    {-0.01f, 400.0f, 0.0f, true}, {800.01f, 400.0f, 0.0f, true},
+                                    {400.0f, 299.99f, 0.0f, true}, {400.0f, 600.01f, 0.0f, true},
+                                    {400.0f, 400.0f, -0.01f, true}})
+        EXPECT_EQ(arena.collides(Vector(x, y, z, 0.0f)), outside) << x << ", " << y << ", " << z;
+    const Vector at(100.0f, 350.0f, 7.0f, 0.0f);
+    std::vector<float> ways;
+    for (const Vector& delta : {Vector(-1, 5, 0, 0), Vector(1, 0, 0, 0), Vector(0, -1, 0, 0), Vector(0, 1, 0, 0),
+                                Vector(0, 0, -1, 0)})
+        ways.push_back(arena.distanceToEdge(at, delta));
+    EXPECT_EQ(ways, (std::vector<float>{-100, 700, -50, 250, 7}));
 }
 
-TEST_F(ArenaTest, UpdateRunsEveryFighterButTheServerKeepsTheOrder) {
+TEST_F(ArenaTest, UpdateRunsEveryFighterAndOnlyWorldsThatDrawSortThem) {
     Character* low = addFighter(100.0f, 550.0f);
     Character* high = addFighter(300.0f, 350.0f);
     arena.update(0.125f);
-    EXPECT_EQ(global(low, "updates"), 1.0);
-    EXPECT_EQ(global(high, "updates"), 1.0);
+    EXPECT_EQ(eval(low, "updates") + eval(high, "updates"), 2);
     EXPECT_EQ(arena.getCharacter(0), low);
-}
-
-TEST_F(ArenaTest, ScriptsMissingInitOrBrokenAreRefused) {
-    Arena other;
-    other.objectType = OBJECT_SERVER;
-    EXPECT_FALSE(other.init(dataPath("no_init.lua")));
-    EXPECT_FALSE(other.init(dataPath("broken.lua")));
-    EXPECT_TRUE(other.init(dataPath("arena.lua")));
+    arena.objectType = OBJECT_CLIENT;
+    arena.update(0.125f);
+    EXPECT_EQ(arena.getCharacter(0), high);
 }
 
 TEST_F(ArenaTest, SnapshotsCarryOnlyTheNoise) {
@@ -90,48 +149,29 @@ TEST_F(ArenaTest, SnapshotsCarryOnlyTheNoise) {
     uint32_t size = 0;
     void* bytes = arena.serialize(&size);
     ASSERT_EQ(size, 4u);
-    EXPECT_EQ(arena.serialize(&size), bytes);  // one buffer, reused
-
     Arena copy;
     copy.deserialize(bytes);
-    EXPECT_FLOAT_EQ(copy.noise, 3.5f);
+    EXPECT_EQ(copy.noise, 3.5f);
 }
 
 TEST_F(ArenaTest, FighterSnapshotRoundTripsTwelveWords) {
-    Character* fighter = addFighter(12.5f, 340.0f);
+    Character* fighter = addFighter(12.5f, 340.0f, 4);
     fighter->position.z = 7.0f;
     fighter->speed = Vector(-3.0f, 4.0f, -5.0f, 0.0f);
     fighter->block = 0.75f;
     fighter->speakBlock = 0.25f;
-    fighter->direction = 4;
     fighter->state = Character::SPEAKING | Character::MOVING;
     fighter->hp = -2.0f;
     fighter->air = 33.0f;
-    fighter->charge = 9.0f;
-
     uint32_t size = 0;
-    const uint8_t* bytes = static_cast<const uint8_t*>(fighter->serialize(&size));
+    const char* bytes = static_cast<const char*>(fighter->serialize(&size));
     ASSERT_EQ(size, 48u);
-    float word;
-    std::memcpy(&word, bytes + 12, 4);
-    EXPECT_EQ(word, 0.75f);  // block in the place of position.w
-    std::memcpy(&word, bytes + 28, 4);
-    EXPECT_EQ(word, 0.25f);  // speakBlock in the place of speed.w
-    int32_t direction;
-    std::memcpy(&direction, bytes + 32, 4);
-    EXPECT_EQ(direction, 4);
-
     Character copy;
-    copy.position.w = 1.0f;
-    copy.speed.w = 1.0f;
+    copy.position.w = copy.speed.w = 1.0f;
     copy.deserialize(bytes);
-    // Everything but the charge travels, and the copy writes the same bytes.
-    const std::string sent(reinterpret_cast<const char*>(bytes), size);
-    EXPECT_EQ(std::string(static_cast<const char*>(copy.serialize(&size)), size), sent);
+    EXPECT_EQ(std::string(static_cast<const char*>(copy.serialize(&size)), size), std::string(bytes, 48));
     EXPECT_EQ(copy.position.w, 0.0f);
     EXPECT_EQ(copy.speed.w, 0.0f);
-    EXPECT_EQ(copy.hp, -2.0f);
-    EXPECT_EQ(copy.charge, 0.0f);  // doesn't travel
 }
 
 }  // namespace
