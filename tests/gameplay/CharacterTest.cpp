@@ -32,7 +32,7 @@ TEST_F(CharacterTest, OneFrameOfInput) {
         {"one breath more starts it", 26, 0, 0, A, CHARGING | CONTROLLABLE, 0, 0, INPUT_CHARGE, 17.75f},
         {"charging goes on while the lungs hold more than a step", 7, CHARGING, 0, A, CHARGING, SPEAKING, 0, 0, 0.75f},
         {"the word goes out when they hold no more", 6.25f, CHARGING, 0, A, SPEAKING, CHARGING, 0, INPUT_SAY, 6.25f},
-        {"defence needs more than 0.15 of the lungs", 15, 0, 0, B, CONTROLLABLE, DEFENDING, 0, 0, 21.25f},
+        {"defence needs more than 0.15 of the lungs", 0.15f * 100, 0, 0, B, CONTROLLABLE, DEFENDING, 0, 0, 21.25f},
         {"just over the line it comes up", 16, 0, 0, B, DEFENDING, CONTROLLABLE, 0, INPUT_DEFEND, 3.5f},
         {"a defence that is up holds below the line", 10, DEFENDING, 0, B, DEFENDING, 0, 0, INPUT_DEFEND, 0},
         {"and drops without air", 0, DEFENDING, 0, B, CONTROLLABLE, DEFENDING, 0, 0, 6.25f},
@@ -69,7 +69,7 @@ TEST_F(CharacterTest, AWordGoesOutOnReleaseOrWhenFullAndTheNextWaitsUntilItIsSpo
     hold(speaker, UP);
     speaker->update(DT);
     float power = 10.0f * (0.33f * 25.0f + 2.0f * 25.0f * DT) / 25.0f;
-    EXPECT_EQ((std::vector<double>{eval(speaker, "#said"), eval(speaker, "said[1]"), speaker->charge,
+    EXPECT_EQ((std::vector<double>{eval(speaker->lua, "#said"), eval(speaker->lua, "said[1]"), speaker->charge,
                                    speaker->speakBlock, speaker->position.y}),
               (std::vector<double>{1, power, 0, 0.5, 450 - 6.25}));
     EXPECT_EQ(speaker->state & (SPEAKING | CHARGING), SPEAKING);
@@ -81,8 +81,8 @@ TEST_F(CharacterTest, AWordGoesOutOnReleaseOrWhenFullAndTheNextWaitsUntilItIsSpo
     // Held with air to spare, the key gives full words a speaking time apart.
     speaker->air = speaker->lungCapacity = 1000.0f;
     hold(speaker, A);
-    for (int frame = 0; frame < 100 && eval(speaker, "#said") < 2; ++frame) speaker->update(DT);
-    EXPECT_FLOAT_EQ(eval(speaker, "said[2]"), 10.0f);  // voiceVolume
+    for (int frame = 0; frame < 100 && eval(speaker->lua, "#said") < 2; ++frame) speaker->update(DT);
+    EXPECT_FLOAT_EQ(eval(speaker->lua, "said[2]"), 10.0f);  // voiceVolume
     for (int frame = 0; frame < 3; ++frame) {
         speaker->update(DT);
         EXPECT_FALSE(speaker->state & CHARGING) << "frame " << frame;
@@ -96,7 +96,7 @@ TEST_F(CharacterTest, HitsTakeHealthWithoutInterruptingAndAtZeroLeaveOnlyDeath) 
     hearer->update(DT);
     hearer->update(DT);
     hearer->hit(8.0f, speaker);  // a quarter through the defence, and the script sees that
-    EXPECT_EQ((std::vector<double>{eval(hearer, "defends"), hearer->hp, eval(hearer, "hits[1]")}),
+    EXPECT_EQ((std::vector<double>{eval(hearer->lua, "defends"), hearer->hp, eval(hearer->lua, "hits[1]")}),
               (std::vector<double>{1, 98, 2}));
     EXPECT_EQ(hearer->lastEvent.input, INPUT_HIT);
 
@@ -121,7 +121,7 @@ TEST_F(CharacterTest, ARecognisedComboRunsInPlaceOfTheCallbacksUntilItEnds) {
     EXPECT_TRUE(speaker->state & Character::COMBO);
     for (int frame = 0; frame < 3; ++frame) speaker->update(DT);
     // No onDefend, and update only after the combo's second run ended it.
-    EXPECT_EQ((std::vector<double>{eval(speaker, "defends"), eval(speaker, "combos"), eval(speaker, "updates")}),
+    EXPECT_EQ((std::vector<double>{eval(speaker->lua, "defends"), eval(speaker->lua, "combos"), eval(speaker->lua, "updates")}),
               (std::vector<double>{0, 2, 2}));
 }
 

@@ -60,7 +60,7 @@ TEST_F(ComboManagerTest, StepsMustComeInOrderWithoutForeignInputBetween) {
         {"one shared bit is enough", {{"move", "move-left"}}, {INPUT_MOVE | INPUT_RIGHT, LEFT | INPUT_DOWN}, 1},
         {"hit-self wants the word that struck back", {{"hit-self"}}, {INPUT_HIT}, 0},
         {"tokens are exact", {{"Say", "say "}}, {INPUT_SAY}, 0},
-        {"a held input is one entry", {{"move-left", "move-left"}}, {LEFT, LEFT, LEFT}, 0},
+        {"a held input is one entry", {{"move-left", "move-left"}}, {LEFT, LEFT}, 0},
         {"the first registered that completes wins", {{"defend", "charge"}, {"defend"}}, {INPUT_DEFEND}, 2},
         {"and empties the queue", {{"defend", "charge"}, {"defend"}}, {INPUT_DEFEND, INPUT_CHARGE}, 0},
         {"even over a longer one", {{"charge"}, {"defend", "charge"}}, {INPUT_DEFEND, IDLE, INPUT_CHARGE}, 1},
@@ -77,6 +77,7 @@ TEST_F(ComboManagerTest, OnlyRestLongerThanTheBreakStartsTheChainAgain) {
     add({{"defend", "charge", "say"}});
     press({INPUT_DEFEND});
     press({IDLE}, 2000);  // defence held for two seconds is no pause
+    EXPECT_EQ(manager.queue.front().endTime, fakeNow);
     press({INPUT_CHARGE}, ComboManager::BREAK_MS);
     EXPECT_EQ(press({INPUT_SAY}, 300), 1);
 

@@ -14,6 +14,14 @@ inline std::string dataPath(const std::string& name) {
     return std::string(KORVANE_SOURCE_DIR) + "/tests/data/gameplay/" + name;
 }
 
+// A number in a script state, such as "updates" or "hits[1]".
+inline double eval(Lua& lua, const std::string& expression) {
+    lua_State* state = lua.getState();
+    double value = luaL_dostring(state, ("return " + expression).c_str()) ? NAN : lua_tonumber(state, -1);
+    lua_settop(state, 0);
+    return value;
+}
+
 // A server world on the default floor, (0, 300) to (800, 600). Its fighters
 // run fighter.lua, on pads of their own, at the start of a round.
 class WorldTest : public ::testing::Test {
@@ -42,14 +50,6 @@ protected:
     static void hold(Character* fighter, int actions) {
         for (int action = 0; action < ACTION_COUNT; ++action)
             static_cast<ControllerDummy*>(fighter->controller)->pressed[action] = actions & (1 << action);
-    }
-
-    // A number in the fighter's script state, such as "updates" or "hits[1]".
-    static double eval(Character* fighter, const std::string& expression) {
-        lua_State* state = fighter->lua.getState();
-        double value = luaL_dostring(state, ("return " + expression).c_str()) ? NAN : lua_tonumber(state, -1);
-        lua_settop(state, 0);
-        return value;
     }
 
     Arena arena;

@@ -70,6 +70,7 @@ TEST_F(LuaTest, CallsTakeThePushedArgumentsAndLeaveTheirResults) {
     for (int i = 0; i < 5000; ++i) ASSERT_TRUE(lua.pushNumber(static_cast<float>(i)));
     EXPECT_TRUE(lua.call("count"));
     EXPECT_EQ(global("calls"), 5000);
+    EXPECT_EQ(top(), 0);
     EXPECT_EQ(out.text(), "FAIL: Lua.regFunc: NULL\nFAIL: Lua.regFunc: NULL\n");
 }
 
@@ -109,6 +110,7 @@ TEST_F(LuaTest, RunAndDeclareMakeTheStateReadyAndADeclaredFunctionDoesNothing) {
     lua.declare("onSay");
     EXPECT_TRUE(lua.pushNumber(1.0f));
     lua.declare("onHit");  // takes the pushed number along
+    EXPECT_EQ(top(), 0);
     lua.regFunc(countArguments, "count");
     lua.pushNumber(2.0f);
     EXPECT_TRUE(lua.call("onHit"));

@@ -62,13 +62,13 @@ TEST(ScriptCallTest, CallsOfTheScriptApi) {
     const Case cases[] = {
         // A fighter by position, from the arena's script; values come from the end of the arguments.
         {LOCAL, ARENA, "setCharacterPosition(2, 10, 20, 30, 40) setCharacterSpeed(0, 4, 5, 6) setCharacterHp(1.9, 'x', 7) "
-                       "setCharacterHp(0, 1e9) setCharacterAir(0, -5) setCharacterBlock(1, 'x') "
-                       "setCharacterSpeakBlock(1, 2) setCharacterDirection(1, 'left') setCharacterState(1, 528) "
+                       "setCharacterHp(0, 1e9) setCharacterAir(0, -5) setCharacterBlock(1, 3) "
+                       "setCharacterSpeakBlock(1, 'x') setCharacterDirection(1, 'left') setCharacterState(1, 528) "
                        "r = table.concat({getCharacterPosition(2)}, ',') .. '|' .. table.concat({getCharacterSpeed(0)}, "
                        "',') .. '|' .. table.concat({getCharacterHp(1), getCharacterHp(0), getCharacterAir(0), "
                        "getCharacterBlock(1), getCharacterSpeakBlock(1), getCharacterState(1)}, ',') .. "
                        "getCharacterDirection(1) .. getCharacterDirection(0) .. getCharacterName(2)",
-         "", "20,30,40|4,5,6|7,100,-5,0,2,528leftrightF2"},
+         "", "20,30,40|4,5,6|7,100,-5,3,0,528leftrightF2"},
         {LOCAL, ARENA, "r = table.concat({getCharacterAirUsage(1)}, ',') .. '|' .. getCharacterLungCapacity(1) .. "
                        "'|' .. getCharacterMaxHp(1)", "", "25,5|80|100"},
         {LOCAL, ARENA, "characterSay(1, 2) characterDefend(0) characterJump(2, 9) r = getCharacterState(1) .. ',' .. "
