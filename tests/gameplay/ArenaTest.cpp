@@ -120,18 +120,12 @@ TEST_F(ArenaTest, FightersFillTheStartsInTurnAndFaceTheCentre) {
     EXPECT_EQ(first->direction, 4);
 }
 
-TEST_F(ArenaTest, EdgesBelongToTheFloorAndTheWayToThemIsSigned) {
+TEST_F(ArenaTest, EdgesBelongToTheFloorAndThereIsNoCeiling) {
     for (auto [x, y, z, outside] : {std::tuple{0.0f, 300.0f, 0.0f, false}, {800.0f, 600.0f, 1e9f, false},
                                     {-0.01f, 400.0f, 0.0f, true}, {800.01f, 400.0f, 0.0f, true},
                                     {400.0f, 299.99f, 0.0f, true}, {400.0f, 600.01f, 0.0f, true},
                                     {400.0f, 400.0f, -0.01f, true}})
         EXPECT_EQ(arena.collides(Vector(x, y, z, 0.0f)), outside) << x << ", " << y << ", " << z;
-    const Vector at(100.0f, 350.0f, 7.0f, 0.0f);
-    std::vector<float> ways;
-    for (const Vector& delta : {Vector(-1, 5, 0, 0), Vector(1, 0, 0, 0), Vector(0, -1, 0, 0), Vector(0, 1, 0, 0),
-                                Vector(0, 0, -1, 0)})
-        ways.push_back(arena.distanceToEdge(at, delta));
-    EXPECT_EQ(ways, (std::vector<float>{-100, 700, -50, 250, 7}));
 }
 
 TEST_F(ArenaTest, UpdateRunsEveryFighterAndOnlyWorldsThatDrawSortThem) {
@@ -164,7 +158,6 @@ TEST_F(ArenaTest, FighterSnapshotRoundTripsTwelveWords) {
     fighter->speakBlock = 0.25f;
     fighter->state = Character::SPEAKING | Character::MOVING;
     fighter->hp = -2.0f;
-    fighter->air = 33.0f;
     uint32_t size = 0;
     const char* bytes = static_cast<const char*>(fighter->serialize(&size));
     ASSERT_EQ(size, 48u);
