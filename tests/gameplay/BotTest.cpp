@@ -114,22 +114,6 @@ TEST_F(BotTest, KeysFollowTheActionAndStopInABoxAroundTheGoal) {
     }
 }
 
-TEST_F(BotTest, TiesGoToTheLaterFighterAndTheDeadAreNeverTheWeakest) {
-    Character* third = addFighter(200.0f, 400.0f);  // as near as the other, on the other side
-    other->hp = third->hp = 30.0f;
-    // Against the draw of 0.5 an aggro of 0.6 seeks the weakest, 0.1 the nearest.
-    const std::deque<float> numbers = {0.9f, 0.5f, 0.0f, 0.0f};
-    std::vector<Character*> targets;
-    for (float hp : {30.0f, 0.0f}) {
-        third->hp = hp;
-        for (float aggro : {0.6f, 0.1f}) {
-            decide(aggro, numbers);
-            targets.push_back(bot.target);
-        }
-    }
-    EXPECT_EQ(targets, (std::vector<Character*>{third, third, other, third}));
-}
-
 // The average is over all fighters, the bot's own included.
 TEST_F(BotTest, AggroDriftsWithHealthAndIsTestedBeforeTheStep) {
     struct Case { float ownHp, otherHp, aggro, aggroAfter, timer; };

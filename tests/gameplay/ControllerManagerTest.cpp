@@ -54,22 +54,6 @@ TEST_F(ControllerManagerTest, ACountOfZeroGivesTwoKeyboardsWithTheDefaultKeys) {
     EXPECT_FALSE(ControllerManager::anyPressed());
 }
 
-TEST_F(ControllerManagerTest, EmptyTypeKeepsTheNumberingAndAnUnknownOneShiftsTheRest) {
-    Database* settings = Database::get("mine.nvo");
-    settings->setStr("ctrl.0", "keyboard");
-    settings->setStr("ctrl.2", "keyboard");
-    settings->setVal("ctrl.2.keyboard.a", SDLK_x);
-    hold(SDLK_x);
-    init(3, "mine.nvo");
-    EXPECT_EQ(ControllerManager::get(1), nullptr);
-    EXPECT_TRUE(ControllerManager::get(2)->isPressed(ACTION_A));
-    settings->setStr("ctrl.1", "joystick");
-    EXPECT_NE(init(3, "mine.nvo").find("] FAIL: ControllerManager.init: Nieznany typ kontrolera: \"joystick\" (plik "
-                                       "\"mine.nvo\")\n"),
-              std::string::npos);
-    EXPECT_TRUE(ControllerManager::count() == 2 && ControllerManager::get(1)->isPressed(ACTION_A));
-}
-
 // Settings are a file the user can edit.
 TEST_F(ControllerManagerTest, AbsurdCountsAndKeyCodesAreBounded) {
     EXPECT_NE(init(17).find("INFO: ControllerManager.init: Liczba kontrolerow >16 (17)"), std::string::npos);

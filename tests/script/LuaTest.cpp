@@ -127,16 +127,6 @@ TEST_F(LuaTest, RunAndDeclareAndAReferenceThatOutlivesItsName) {
     EXPECT_EQ(out.text().substr(out.text().find('\n') + 1), LINE + "1: combo broke\n");
 }
 
-TEST_F(LuaTest, RegistryValuesAreRoundedAndInvisibleToTheScript) {
-    lua.setStr("half", "2.6");
-    lua.setVal("_rank", 2);
-    EXPECT_EQ(lua.getVal("half"), 3);
-    EXPECT_STREQ(lua.getStr("half"), "2.6");
-    EXPECT_EQ(lua.getStr("missing"), nullptr);
-    EXPECT_TRUE(lua.run("seen = (half == nil and _rank == nil) and 1 or 0"));
-    EXPECT_EQ(global("seen"), 1);
-}
-
 // The test program is linked like the game, so a C module that takes the Lua
 // API from its host loads with require.
 TEST_F(LuaTest, ACModuleWithoutItsOwnLibluaLoadsThroughRequire) {

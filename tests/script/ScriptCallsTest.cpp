@@ -189,16 +189,12 @@ TEST(ScriptCallTest, OnTheServerASoundGoesToTheListenerOnceThereIsOne) {
     EXPECT_EQ(server.heard, (std::vector<std::string>{"boom.ogg at 1.000000", "hiss.ogg at 0.500000"}));
 }
 
-// Layers load off the server only; starting positions everywhere, and only
-// from a state without a fighter of its own.
-TEST(ScriptCallTest, ArenaSetUpAndStartingPositions) {
+// Layers load off the server only, starting positions everywhere.
+TEST(ScriptCallTest, ArenaSetUpLoadsPicturesOffTheServerOnlyButStartsEverywhere) {
     for (int rank : {LOCAL, SERVER}) {
         ScriptWorld world(rank, ARENA);
         world.run("setArena({back = {{1, 2, 'b.xml'}}, front = {{3, 4, 'f.xml'}}, start = {{1, 2}, {3, 4, 5}, 'x'}}) "
                   "addArenaStartingPosition({6, 7})");
-        world.lua.setPtr("char", &world.fighters[0]);
-        EXPECT_TRUE(contains(world.run("addArenaStartingPosition({1, 1})"), "LuaFuncs.addArenaStartingPosition: "
-                             "Wywolanie tej funkcji spod skryptu postaci jest zabronione"));
         std::vector<float> depths, starts;
         for (const ArenaLayer* layer : world.arena.layers) depths.push_back(layer->position.z);
         for (const Vector& start : world.arena.startPositions) starts.insert(starts.end(), {start.x, start.y, start.z});
