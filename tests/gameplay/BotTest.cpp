@@ -49,17 +49,6 @@ protected:
     Bot bot;
 };
 
-TEST_F(BotTest, SetCharacterMovesTheControllerAndInitDrawsAggroFromATenthUpwards) {
-    bot.setCharacter(other);
-    EXPECT_EQ(own->controller, nullptr);
-    EXPECT_EQ(other->controller, &controller);
-    EXPECT_FLOAT_EQ(bot.aggro, 0.35f);
-    draws = {0.0f};
-    bot.init();
-    EXPECT_FLOAT_EQ(bot.aggro, 0.1f);
-}
-
-// The keys of the last action stay as they are in a frame that decides.
 TEST_F(BotTest, DecisionsFollowTheDrawsAndWhatTheOthersDo) {
     const uint32_t CHARGING = Character::CHARGING, SPEAKING = Character::SPEAKING;
     struct Case { const char* what; uint32_t otherState; float otherX, aggro; std::deque<float> draws; int action;
@@ -85,7 +74,7 @@ TEST_F(BotTest, DecisionsFollowTheDrawsAndWhatTheOthersDo) {
         EXPECT_NEAR(bot.actionTime, c.time, 1e-4);
         EXPECT_EQ(bot.target, c.targetsOther ? other : nullptr);
         EXPECT_TRUE(draws.empty()) << draws.size() << " draws left";
-        EXPECT_EQ(keys(), 0);
+        EXPECT_EQ(keys(), 0) << "keys go down in the frame after a decision";
     }
     arena.characters = {own};  // alone
     decide(0.35f, {0.9f, 0.9f});
@@ -111,22 +100,6 @@ TEST_F(BotTest, KeysFollowTheActionAndStopInABoxAroundTheGoal) {
         own->position = Vector(c.x, c.y, 0.0f, 0.0f);
         bot.update(0.01f);
         EXPECT_EQ(keys(), c.keys) << "action " << c.action << " at " << c.x << ", " << c.y;
-    }
-}
-
-// The average is over all fighters, the bot's own included.
-TEST_F(BotTest, AggroDriftsWithHealthAndIsTestedBeforeTheStep) {
-    struct Case { float ownHp, otherHp, aggro, aggroAfter, timer; };
-    for (const Case& c : {Case{100, 10, 0.58f, 0.63f, 0.55f}, {100, 10, 0.6f, 0.6f, 0.55f}, {10, 100, 0.12f, 0.07f, 0.1f},
-                          {50, 100, 0.3f, 0.3f, 0.3f}}) {
-        own->hp = c.ownHp;
-        other->hp = c.otherHp;
-        bot.aggro = c.aggro;
-        bot.aggroTimer = bot.actionTime = 0.0f;
-        draws = {0.9f, 0.9f, 0.0f, 0.0f};
-        bot.update(0.01f);
-        EXPECT_NEAR(bot.aggro, c.aggroAfter, 1e-5) << c.ownHp << " against " << c.otherHp << " at " << c.aggro;
-        EXPECT_NEAR(bot.aggroTimer, c.timer, 1e-5);
     }
 }
 
