@@ -1,6 +1,3 @@
-#include <cstring>
-#include <string>
-
 #include "WorldFixture.h"
 #include "gameplay/Deathmatch.h"
 #include "graphics/EffectParticle.h"
@@ -8,163 +5,159 @@
 
 namespace {
 
-class ArenaTest : public WorldTest {};
+// The default floor is 800 wide: a word over the noise reaches that far.
+const float WIDTH = 800.0f;
 
-TEST_F(ArenaTest, ScriptWithoutShapeGetsTheDefaultFloorAndTwoStarts) {
-    EXPECT_FLOAT_EQ(arena.min.x, 0.0f);
-    EXPECT_FLOAT_EQ(arena.min.y, 300.0f);
-    EXPECT_FLOAT_EQ(arena.max.x, 800.0f);
-    EXPECT_FLOAT_EQ(arena.max.y, 600.0f);
-    ASSERT_EQ(arena.startPositions.size(), 2u);
-    EXPECT_FLOAT_EQ(arena.startPositions[0].x, 200.0f);
-    EXPECT_FLOAT_EQ(arena.startPositions[1].x, 600.0f);
-    EXPECT_FLOAT_EQ(arena.startPositions[1].y, 450.0f);
-    EXPECT_EQ(arena.background.sprite, nullptr);  // not even the default picture on the server
+float expectedDamage(float distance, float range, float power) {
+    float share = distance / range;
+    return (1.0f - share * share) * power * 10.0f;
+}
+
+using ArenaTest = WorldTest;
+
+// A word at (400, 450) from a speaker facing right (0) or left (4), or from
+// nobody (-1), to one hearer on the floor's y at (x, z).
+TEST_F(ArenaTest, RangeShrinksUnderTheNoiseAndHearersBehindTheSpeakersBackTakeAQuarter) {
+    struct Case { const char* what; float noise, power; int32_t facing; float x, z; int hits; float damage; };
+    const Case cases[] = {
+        {"a quiet arena: the whole width", 0, 2, -1, 900, 0, 1, expectedDamage(500, WIDTH, 2)},
+        {"power at half the noise: half the width", 4, 2, -1, 500, 0, 1, expectedDamage(100, WIDTH / 2, 2)},
+        {"just past that range", 4, 2, -1, 801, 0, 0, 0},
+        {"power equal to the noise: the whole width", 4, 4, -1, 900, 0, 1, expectedDamage(500, WIDTH, 4)},
+        {"exactly at the range: hit with nothing", 0, 3, -1, 1200, 0, 1, 0},
+        {"height counts", 0, 1, -1, 700, 400, 1, expectedDamage(500, WIDTH, 1)},
+        {"silence in silence reaches nobody", 0, 0, -1, 400, 0, 0, 0},
+        {"silence in noise reaches only its own spot", 1, 0, -1, 400, 0, 1, 0},
+        {"nonsense reaches nobody", 0, NAN, -1, 400, 0, 0, 0},
+        {"8 pixels behind the back: the full word", 0, 1, 0, 392, 6, 1, expectedDamage(10, WIDTH, 1)},
+        {"9 pixels behind: a quarter", 0, 1, 0, 391, 12, 1, 0.25f * expectedDamage(15, WIDTH, 1)},
+        {"on the speaker's x: the full word", 0, 1, 0, 400, 10, 1, expectedDamage(10, WIDTH, 1)},
+        {"8 pixels behind a speaker facing left", 0, 1, 4, 408, 6, 1, expectedDamage(10, WIDTH, 1)},
+        {"9 pixels behind a speaker facing left", 0, 1, 4, 409, 12, 1, 0.25f * expectedDamage(15, WIDTH, 1)},
+        {"on the x of a speaker facing left", 0, 1, 4, 400, 10, 1, expectedDamage(10, WIDTH, 1)},
+    };
+    Character* speaker = addFighter(400.0f, 450.0f);
+    Character* hearer = addFighter(0.0f, 450.0f);
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        speaker->restart();
+        hearer->restart();
+        hearer->position = Vector(c.x, 450.0f, c.z, 0.0f);
+        speaker->direction = c.facing;
+        arena.setNoise(c.noise);
+        double heard = eval(hearer->lua, "#hits");
+        arena.say(speaker->position, c.power, c.facing < 0 ? nullptr : speaker);
+        EXPECT_EQ(eval(hearer->lua, "#hits"), heard + c.hits);
+        EXPECT_NEAR(100.0f - hearer->hp, c.damage, 1e-4);
+        EXPECT_TRUE(c.facing < 0 || speaker->hp == 100.0f);  // a speaker doesn't hear itself
+    }
+}
+
+// A speaking hearer strikes back at twice the unreduced damage; a word from
+// nobody never strikes back, and the dead are hit all the same.
+TEST_F(ArenaTest, StrikingBackAndTheAnnouncementOfTheWord) {
+    Character* speaker = addFighter(400.0f, 450.0f, 4);  // faces away from the hearer
+    Character* hearer = addFighter(600.0f, 450.0f);
+    EventListener listener;
+    arena.addListener(&listener);
+    hearer->state |= Character::SPEAKING;
+    arena.say(speaker->position, 2.0f, speaker);
+    float full = expectedDamage(200.0f, WIDTH, 2.0f);
+    EXPECT_NEAR(100.0f - speaker->hp, 2.0f * full, 1e-4);
+    EXPECT_NEAR(100.0f - hearer->hp, 0.25f * full, 1e-4);
+    EXPECT_EQ(speaker->lastEvent.input, INPUT_HIT | INPUT_HIT_SELF);
+    EXPECT_EQ((std::vector<double>{eval(speaker->lua, "hitSelf[1]"), eval(hearer->lua, "hitSelf[1]")}),
+              (std::vector<double>{0, -1}));
+    ASSERT_EQ(listener.queue.size(), 1u);
+    EXPECT_EQ(listener.queue.back().type, EVENT_SPEECH);
+    EXPECT_EQ(listener.queue.back().input, 2);
+    EXPECT_EQ(listener.queue.back().speaker, speaker);
+
+    speaker->restart();
+    hearer->restart();
+    hearer->state = Character::DEAD | Character::SPEAKING;
+    arena.say(speaker->position, 2.0f, nullptr);
+    EXPECT_NEAR(100.0f - hearer->hp, full, 1e-4);
+    EXPECT_NEAR(100.0f - speaker->hp, 20.0f, 1e-4);  // at the spot of the word
 }
 
 TEST_F(ArenaTest, FightersFillTheStartsInTurnAndFaceTheCentre) {
+    for (const char* script : {"no_init.lua", "broken.lua", "missing.lua"})  // a broken arena loads no fighters
+        EXPECT_FALSE(Arena().init(dataPath(script))) << script;
     Character* first = addFighter(0.0f, 0.0f);
     Character* second = addFighter(0.0f, 0.0f);
     Character* third = addFighter(0.0f, 0.0f);
     arena.characters.clear();
-    arena.addCharacter(first);
-    arena.addCharacter(second);
-    arena.addCharacter(third);
-    EXPECT_FLOAT_EQ(first->position.x, 200.0f);
-    EXPECT_EQ(first->direction, 0);
-    EXPECT_FLOAT_EQ(second->position.x, 600.0f);
-    EXPECT_EQ(second->direction, 4);
-    EXPECT_FLOAT_EQ(third->position.x, 200.0f);  // wraps around
-    EXPECT_EQ(third->arena, &arena);
-
-    // The same id again: not listed twice, but placed again.
+    for (Character* fighter : {first, second, third}) arena.addCharacter(fighter);
     first->position.x = 123.0f;
-    arena.addCharacter(first);
+    arena.addCharacter(first);  // the same id again: placed again, listed once
+    EXPECT_EQ((std::vector<float>{first->position.x, second->position.x, third->position.x}),
+              (std::vector<float>{200, 600, 200}));
+    EXPECT_EQ((std::vector<int32_t>{first->direction, second->direction}), (std::vector<int32_t>{0, 4}));
     EXPECT_EQ(arena.characters.size(), 3u);
-    EXPECT_FLOAT_EQ(first->position.x, 200.0f);
-    EXPECT_EQ(arena.findCharacter(second->id), second);
-    EXPECT_EQ(arena.findCharacter(99), nullptr);
-    EXPECT_EQ(arena.getCharacter(2), third);
-}
-
-TEST_F(ArenaTest, WithoutStartsAFighterStandsInTheCentre) {
+    // Without starts a fighter stands in the centre, which counts as the right half.
     arena.startPositions.clear();
     arena.setSize(100.0f, 200.0f, 300.0f, 100.0f);
-    Character* fighter = addFighter(0.0f, 0.0f);
-    arena.addCharacter(fighter);
-    EXPECT_FLOAT_EQ(fighter->position.x, 250.0f);
-    EXPECT_FLOAT_EQ(fighter->position.y, 250.0f);
-    EXPECT_EQ(fighter->direction, 4);  // at the middle counts as the right half
+    arena.addCharacter(first);
+    EXPECT_EQ((std::vector<float>{first->position.x, first->position.y}), (std::vector<float>{250, 250}));
+    EXPECT_EQ(first->direction, 4);
 }
 
-TEST_F(ArenaTest, ALeavingFighterTakesItsBubblesAlongAndNothingElse) {
-    Character* leaving = addFighter(100.0f, 400.0f);
-    Character* staying = addFighter(300.0f, 400.0f);
-    Arena shown;  // effects are kept only where something is drawn
-    shown.characters = {leaving, staying};
-    for (Character* speaker : {leaving, staying, leaving}) {
-        auto* bubble = new Effects::SpeechBubble();
-        bubble->character = speaker;
-        shown.addEffect(bubble);
-    }
-    shown.addEffect(new Effects::Particle());
-    GameMode* rules = new GameModes::Deathmatch();
-    rules->addCharacter(leaving);
-    rules->addCharacter(staying);
-
-    shown.removeCharacter(leaving);
-    rules->removeCharacter(leaving);
-    EXPECT_EQ(shown.characters, std::vector<Character*>{staying});
-    EXPECT_EQ(rules->characters, std::vector<Character*>{staying});
-    ASSERT_EQ(shown.effects.size(), 2u);
-    EXPECT_TRUE(shown.effects.front()->follows(staying));
-    EXPECT_FALSE(shown.effects.back()->follows(staying));
-    delete rules;
-}
-
-TEST_F(ArenaTest, EdgesBelongToTheFloorAndDistancesAreSigned) {
-    EXPECT_FALSE(arena.collides(Vector(0.0f, 300.0f, 0.0f, 0.0f)));
-    EXPECT_FALSE(arena.collides(Vector(800.0f, 600.0f, 1e9f, 0.0f)));
-    EXPECT_TRUE(arena.collides(Vector(-0.01f, 400.0f, 0.0f, 0.0f)));
-    EXPECT_TRUE(arena.collides(Vector(400.0f, 600.01f, 0.0f, 0.0f)));
-    EXPECT_TRUE(arena.collides(Vector(400.0f, 400.0f, -0.01f, 0.0f)));
-
-    Vector at(100.0f, 350.0f, 7.0f, 0.0f);
-    EXPECT_FLOAT_EQ(arena.distanceToEdge(at, Vector(-1.0f, 5.0f, 0.0f, 0.0f)), -100.0f);
-    EXPECT_FLOAT_EQ(arena.distanceToEdge(at, Vector(1.0f, 0.0f, 0.0f, 0.0f)), 700.0f);
-    EXPECT_FLOAT_EQ(arena.distanceToEdge(at, Vector(0.0f, -1.0f, 0.0f, 0.0f)), -50.0f);
-    EXPECT_FLOAT_EQ(arena.distanceToEdge(at, Vector(0.0f, 1.0f, 0.0f, 0.0f)), 250.0f);
-    EXPECT_FLOAT_EQ(arena.distanceToEdge(at, Vector(0.0f, 0.0f, -1.0f, 0.0f)), 7.0f);
-}
-
-TEST_F(ArenaTest, UpdateRunsEveryFighterButTheServerKeepsTheOrder) {
+TEST_F(ArenaTest, UpdateRunsEveryFighterAndOnlyWorldsThatDrawSortThem) {
     Character* low = addFighter(100.0f, 550.0f);
     Character* high = addFighter(300.0f, 350.0f);
     arena.update(0.125f);
-    EXPECT_EQ(global(low, "updates"), 1.0);
-    EXPECT_EQ(global(high, "updates"), 1.0);
     EXPECT_EQ(arena.getCharacter(0), low);
-}
-
-TEST_F(ArenaTest, ScriptsMissingInitOrBrokenAreRefused) {
-    Arena other;
-    other.objectType = OBJECT_SERVER;
-    EXPECT_FALSE(other.init(dataPath("no_init.lua")));
-    EXPECT_FALSE(other.init(dataPath("broken.lua")));
-    EXPECT_TRUE(other.init(dataPath("arena.lua")));
-}
-
-TEST_F(ArenaTest, SnapshotsCarryOnlyTheNoise) {
-    arena.setNoise(3.5f);
-    uint32_t size = 0;
-    void* bytes = arena.serialize(&size);
-    ASSERT_EQ(size, 4u);
-    EXPECT_EQ(arena.serialize(&size), bytes);  // one buffer, reused
-
-    Arena copy;
-    EXPECT_FALSE(copy.deserialize(bytes, 3));  // one byte short: refused, nothing read
-    EXPECT_EQ(copy.noise, 0.0f);
-    EXPECT_TRUE(copy.deserialize(bytes, 4));
-    EXPECT_FLOAT_EQ(copy.noise, 3.5f);
+    arena.objectType = OBJECT_CLIENT;  // runs no script
+    arena.update(0.125f);
+    EXPECT_EQ(arena.getCharacter(0), high);
+    EXPECT_EQ((std::vector<double>{eval(arena.lua, "updates"), eval(low->lua, "updates"), eval(high->lua, "updates")}),
+              (std::vector<double>{1, 2, 2}));
 }
 
 TEST_F(ArenaTest, FighterSnapshotRoundTripsTwelveWords) {
-    Character* fighter = addFighter(12.5f, 340.0f);
+    Character* fighter = addFighter(12.5f, 340.0f, 4);
     fighter->position.z = 7.0f;
     fighter->speed = Vector(-3.0f, 4.0f, -5.0f, 0.0f);
     fighter->block = 0.75f;
     fighter->speakBlock = 0.25f;
-    fighter->direction = 4;
     fighter->state = Character::SPEAKING | Character::MOVING;
     fighter->hp = -2.0f;
-    fighter->air = 33.0f;
-    fighter->charge = 9.0f;
-
     uint32_t size = 0;
-    const uint8_t* bytes = static_cast<const uint8_t*>(fighter->serialize(&size));
+    const char* bytes = static_cast<const char*>(fighter->serialize(&size));
     ASSERT_EQ(size, 48u);
-    float word;
-    std::memcpy(&word, bytes + 12, 4);
-    EXPECT_EQ(word, 0.75f);  // block in the place of position.w
-    std::memcpy(&word, bytes + 28, 4);
-    EXPECT_EQ(word, 0.25f);  // speakBlock in the place of speed.w
-    int32_t direction;
-    std::memcpy(&direction, bytes + 32, 4);
-    EXPECT_EQ(direction, 4);
-
     Character copy;
-    copy.position.w = 1.0f;
-    copy.speed.w = 1.0f;
-    EXPECT_FALSE(copy.deserialize(bytes, 47));
+    copy.position.w = copy.speed.w = 1.0f;
+    EXPECT_FALSE(copy.deserialize(bytes, 47));  // one byte short: refused, nothing read
     EXPECT_EQ(copy.position.w, 1.0f);
     EXPECT_TRUE(copy.deserialize(bytes, 48));
-    // Everything but the charge travels, and the copy writes the same bytes.
-    const std::string sent(reinterpret_cast<const char*>(bytes), size);
-    EXPECT_EQ(std::string(static_cast<const char*>(copy.serialize(&size)), size), sent);
+    EXPECT_EQ(std::string(static_cast<const char*>(copy.serialize(&size)), size), std::string(bytes, 48));
     EXPECT_EQ(copy.position.w, 0.0f);
     EXPECT_EQ(copy.speed.w, 0.0f);
-    EXPECT_EQ(copy.hp, -2.0f);
-    EXPECT_EQ(copy.charge, 0.0f);  // doesn't travel
+}
+
+// A fighter that leaves takes its bubbles along, and its place in the rules;
+// other effects and fighters stay. A server world loads no picture at all.
+TEST_F(ArenaTest, ALeavingFighterTakesItsBubblesAlong) {
+    EXPECT_EQ(arena.background.sprite, nullptr);
+    Character* leaving = addFighter(100.0f, 400.0f);
+    Character* staying = addFighter(300.0f, 400.0f);
+    for (Character* speaker : {leaving, staying, leaving}) {
+        auto* bubble = new Effects::SpeechBubble();
+        bubble->character = speaker;
+        arena.effects.push_back(bubble);  // a server world keeps no effects of its own accord
+    }
+    arena.effects.push_back(new Effects::Particle());
+    GameModes::Deathmatch rules;
+    rules.addCharacter(leaving);
+    rules.addCharacter(staying);
+    arena.removeCharacter(leaving);
+    rules.removeCharacter(leaving);
+    EXPECT_EQ(arena.characters, std::vector<Character*>{staying});
+    EXPECT_EQ(rules.characters, std::vector<Character*>{staying});
+    ASSERT_EQ(arena.effects.size(), 2u);
+    EXPECT_TRUE(arena.effects.front()->follows(staying));
+    EXPECT_FALSE(arena.effects.back()->follows(staying));
 }
 
 }  // namespace

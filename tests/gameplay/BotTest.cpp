@@ -1,11 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <deque>
 
-#include "gameplay/Arena.h"
+#include "WorldFixture.h"
 #include "gameplay/Bot.h"
-#include "gameplay/Character.h"
-#include "gameplay/ControllerDummy.h"
 
 namespace {
 
@@ -17,212 +13,113 @@ int scriptedRandom() {
     return static_cast<int>(next * 32768.0f);
 }
 
-class BotTest : public ::testing::Test {
+// The bot's own fighter at (400, 400) and another 200 to its right, both at
+// full health, with words of half a second. The bot's aggro is 0.35.
+class BotTest : public WorldTest {
 protected:
     void SetUp() override {
-        draws.clear();
-        arena.objectType = OBJECT_SERVER;
-        for (int i = 0; i < 3; ++i) {
-            fighters[i].id = i;
-            fighters[i].maxHp = 100.0f;
-            fighters[i].hp = 100.0f;
-            fighters[i].speakSpeed = 2.0f;
-        }
-        place(fighters[0], 400.0f, 400.0f);
-        place(fighters[1], 600.0f, 400.0f);
-        arena.characters = {&fighters[0], &fighters[1]};
+        WorldTest::SetUp();
+        own = addFighter(400.0f, 400.0f);
+        other = addFighter(600.0f, 400.0f);
         bot.random = scriptedRandom;
-        draws = {0.5f};  // aggro = 0.35
+        draws = {0.5f};
         bot.init();
         bot.setArena(&arena);
         bot.setController(&controller);
-        bot.setCharacter(&fighters[0]);
+        bot.setCharacter(own);
     }
-    void TearDown() override { arena.characters.clear(); }
-    static void place(Character& fighter, float x, float y) { fighter.position = Vector(x, y, 0.0f, 0.0f); }
-    bool pressed(int action) const { return controller.pressed[action]; }
+    // One decision from a fresh start, without second thoughts about aggro.
+    void decide(float aggro, std::deque<float> numbers) {
+        bot.aggro = aggro;
+        bot.aggroTimer = 10.0f;
+        bot.actionTime = 0.0f;
+        bot.target = nullptr;
+        draws = numbers;
+        bot.update(0.01f);
+    }
+    int keys() const {
+        int held = 0;
+        for (int action = 0; action < ACTION_COUNT; ++action) held |= controller.pressed[action] << action;
+        return held;
+    }
 
-    Arena arena;
-    Character fighters[3];
+    Character* own = nullptr;
+    Character* other = nullptr;
     ControllerDummy controller;
     Bot bot;
 };
 
-TEST_F(BotTest, InitDrawsAggroBetweenATenthAndAlmostSixTenths) {
-    EXPECT_NEAR(bot.aggro, 0.35f, 1e-4);
-    draws = {0.0f};
-    bot.init();
-    EXPECT_NEAR(bot.aggro, 0.1f, 1e-4);
-    draws = {32767.0f / 32768.0f};
-    bot.init();
-    EXPECT_LT(bot.aggro, 0.6f);
-    EXPECT_GT(bot.aggro, 0.599f);
+TEST_F(BotTest, DecisionsFollowTheDrawsAndWhatTheOthersDo) {
+    const uint32_t CHARGING = Character::CHARGING, SPEAKING = Character::SPEAKING;
+    struct Case { const char* what; uint32_t otherState; float otherX, aggro; std::deque<float> draws; int action;
+                  float time; bool targetsOther; };
+    const Case cases[] = {
+        {"bold, it speaks first", CHARGING, 600, 0.6f, {0.5f, 0.5f}, Bot::BOT_SAY, 0.15f, false},
+        {"bold, it waits out a word in the air", CHARGING | SPEAKING, 600, 0.6f, {0.5f}, Bot::BOT_IDLE, 0.1f, false},
+        {"cautious at aggro = r, it defends from 0.5 on", CHARGING, 600, 0.5f, {0.5f, 0.5f, 0.4f}, Bot::BOT_DEFEND,
+         0.2f, false},
+        {"cautious, it retreats below 0.5", CHARGING, 600, 0.1f, {0.5f, 0.49f, 0.0f}, Bot::BOT_RETREAT, 1.0f, true},
+        {"nobody busy, it idles below 0.25", 0, 600, 0.35f, {0.24f, 0.4f}, Bot::BOT_IDLE, 0.2f, false},
+        {"at 250 it speaks for its own speakSpeed", 0, 650, 0.35f, {0.25f, 0.9f, 0.25f, 0.5f}, Bot::BOT_SAY, 0.75f,
+         true},
+        {"further away it approaches", 0, 651, 0.35f, {0.9f, 0.9f, 0.9f, 0.0f}, Bot::BOT_APPROACH, 0.5f, true},
+        {"someone speaking, it never idles", SPEAKING, 600, 0.35f, {0.9f, 0.9f, 0.0f}, Bot::BOT_SAY, 0.5f, true},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        other->state = c.otherState;
+        other->position.x = c.otherX;
+        decide(c.aggro, c.draws);
+        EXPECT_EQ(bot.action, c.action);
+        EXPECT_NEAR(bot.actionTime, c.time, 1e-4);
+        EXPECT_EQ(bot.target, c.targetsOther ? other : nullptr);
+        EXPECT_TRUE(draws.empty()) << draws.size() << " draws left";
+        EXPECT_EQ(keys(), 0) << "keys go down in the frame after a decision";
+    }
+    arena.characters = {own};  // alone
+    decide(0.35f, {0.9f, 0.9f});
+    EXPECT_EQ(bot.action, Bot::BOT_IDLE);
+    EXPECT_NEAR(bot.actionTime, 0.5f, 1e-4);
 }
 
-TEST_F(BotTest, SetCharacterMovesTheControllerAndStartsAfresh) {
-    EXPECT_EQ(fighters[0].controller, &controller);
-    bot.target = &fighters[1];
+// The other fighter stands at (600, 550). A retreat from (400, 400) aims
+// 200 x 0.8 to the left, whatever y; from straight above it there is no way
+// sideways to go.
+TEST_F(BotTest, KeysFollowTheActionAndStopInABoxAroundTheGoal) {
+    const int A = 1 << ACTION_A, B = 1 << ACTION_B, LEFT = 1 << ACTION_LEFT, RIGHT = 1 << ACTION_RIGHT,
+              UP = 1 << ACTION_UP, DOWN = 1 << ACTION_DOWN;
+    struct Case { int action; float x, y; int keys; };
+    other->position = Vector(600.0f, 550.0f, 0.0f, 0.0f);
+    bot.target = other;
+    for (const Case& c : {Case{Bot::BOT_SAY, 400, 400, A}, {Bot::BOT_DEFEND, 400, 400, B}, {Bot::BOT_IDLE, 400, 400, 0},
+                          {Bot::BOT_APPROACH, 499, 449, RIGHT | DOWN}, {Bot::BOT_APPROACH, 500, 450, 0},
+                          {Bot::BOT_APPROACH, 700, 650, 0}, {Bot::BOT_APPROACH, 701, 651, LEFT | UP},
+                          {Bot::BOT_RETREAT, 400, 400, LEFT}, {Bot::BOT_RETREAT, 600, 400, 0}}) {
+        bot.action = c.action;
+        bot.actionTime = 10.0f;
+        own->position = Vector(c.x, c.y, 0.0f, 0.0f);
+        bot.update(0.01f);
+        EXPECT_EQ(keys(), c.keys) << "action " << c.action << " at " << c.x << ", " << c.y;
+    }
+}
+
+// A new fighter takes the controller and the bot starts afresh; without one
+// the bot is inert: no time passes and no key changes.
+TEST_F(BotTest, ANewFighterStartsAfreshAndNoFighterLeavesTheKeysAlone) {
+    bot.target = other;
     bot.action = Bot::BOT_APPROACH;
     bot.actionTime = 1.0f;
-    bot.setCharacter(&fighters[1]);
-    EXPECT_EQ(fighters[0].controller, nullptr);
-    EXPECT_EQ(fighters[1].controller, &controller);
+    bot.setCharacter(other);
+    EXPECT_EQ(own->controller, nullptr);
+    EXPECT_EQ(other->controller, &controller);
     EXPECT_EQ(bot.target, nullptr);
     EXPECT_EQ(bot.action, Bot::BOT_IDLE);
     EXPECT_EQ(bot.actionTime, 0.0f);
     bot.setCharacter(nullptr);
-    EXPECT_EQ(fighters[1].controller, nullptr);
-    // Without a fighter the bot is inert: no time passes, no key changes.
     controller.pressed[ACTION_A] = true;
     bot.update(1.0f);
     EXPECT_EQ(bot.actionTime, 0.0f);
-    EXPECT_TRUE(pressed(ACTION_A));
-}
-
-TEST_F(BotTest, ABoldBotSpeaksFirstWhenAnotherIsCharging) {
-    fighters[1].state = Character::CHARGING;
-    bot.aggro = 0.6f;
-    bot.aggroTimer = 10.0f;
-    draws = {0.5f, 0.5f};  // bold (0.6 > 0.5), then the word's length 0.15 s
-    bot.update(0.01f);
-    EXPECT_EQ(bot.action, Bot::BOT_SAY);
-    EXPECT_NEAR(bot.actionTime, 0.15f, 1e-4);
-    EXPECT_FALSE(pressed(ACTION_A));  // keys go down in the next frame
-    bot.update(0.01f);
-    EXPECT_TRUE(pressed(ACTION_A));
-}
-
-TEST_F(BotTest, ABoldBotWaitsOutAWordAlreadyInTheAir) {
-    fighters[1].state = Character::CHARGING | Character::SPEAKING;
-    bot.aggro = 0.6f;
-    bot.aggroTimer = 10.0f;
-    draws = {0.5f};
-    bot.update(0.01f);
-    EXPECT_EQ(bot.action, Bot::BOT_IDLE);
-    EXPECT_NEAR(bot.actionTime, 0.1f, 1e-4);
-}
-
-TEST_F(BotTest, ACautiousBotDefendsOrRetreatsSidewaysOnly) {
-    fighters[1].state = Character::CHARGING;
-    bot.aggro = 0.1f;
-    bot.aggroTimer = 10.0f;
-    draws = {0.5f, 0.7f, 0.4f};  // cautious, defend, for 0.2 s
-    bot.update(0.01f);
-    EXPECT_EQ(bot.action, Bot::BOT_DEFEND);
-    EXPECT_NEAR(bot.actionTime, 0.2f, 1e-4);
-    bot.update(0.01f);
-    EXPECT_TRUE(pressed(ACTION_B));
-
-    // The attacker stands to the right and below: the retreat runs left, never
-    // up or down.
-    place(fighters[1], 600.0f, 550.0f);
-    bot.actionTime = 0.0f;
-    draws = {0.5f, 0.2f, 0.0f};  // cautious, not defend, retreat for 1 s
-    bot.update(0.01f);
-    EXPECT_EQ(bot.action, Bot::BOT_RETREAT);
-    EXPECT_EQ(bot.target, &fighters[1]);
-    EXPECT_NEAR(bot.actionTime, 1.0f, 1e-4);
-    bot.update(0.01f);
-    EXPECT_TRUE(pressed(ACTION_LEFT));
-    EXPECT_FALSE(pressed(ACTION_RIGHT));
-    EXPECT_FALSE(pressed(ACTION_UP));
-    EXPECT_FALSE(pressed(ACTION_DOWN));
-    EXPECT_FALSE(pressed(ACTION_B));  // released from the last action
-}
-
-TEST_F(BotTest, ApproachStopsInsideTheBoxAroundTheTarget) {
-    bot.aggro = 0.1f;
-    bot.aggroTimer = 10.0f;
-    place(fighters[1], 900.0f, 700.0f);
-    draws = {0.9f, 0.9f, 0.9f, 0.0f};  // no idle, nearest, too far to speak, 0.5 s
-    bot.update(0.01f);
-    ASSERT_EQ(bot.action, Bot::BOT_APPROACH);
-    EXPECT_EQ(bot.target, &fighters[1]);
-    bot.update(0.01f);
-    EXPECT_TRUE(pressed(ACTION_RIGHT));
-    EXPECT_TRUE(pressed(ACTION_DOWN));
-
-    place(fighters[0], 801.0f, 601.0f);  // 99 short of the target on both axes
-    bot.update(0.01f);
-    EXPECT_FALSE(pressed(ACTION_RIGHT));
-    EXPECT_FALSE(pressed(ACTION_DOWN));
-    place(fighters[0], 1001.0f, 801.0f);  // 101 past it
-    bot.update(0.01f);
-    EXPECT_TRUE(pressed(ACTION_LEFT));
-    EXPECT_TRUE(pressed(ACTION_UP));
-}
-
-TEST_F(BotTest, InRangeTheBotSpeaksForItsOwnSpeakSpeed) {
-    bot.aggroTimer = 10.0f;
-    draws = {0.9f, 0.9f, 0.5f, 0.5f};  // no idle, nearest, speak, 0.5 * 2 + 0.5 s
-    bot.update(0.01f);
-    EXPECT_EQ(bot.action, Bot::BOT_SAY);
-    EXPECT_NEAR(bot.actionTime, 1.5f, 1e-4);
-}
-
-TEST_F(BotTest, TiesGoToTheLaterFighterAndTheDeadAreNeverWeakest) {
-    fighters[1].hp = 30.0f;
-    fighters[2].hp = 30.0f;
-    place(fighters[2], 200.0f, 400.0f);  // as near as fighters[1], on the other side
-    arena.characters = {&fighters[0], &fighters[1], &fighters[2]};
-    bot.aggroTimer = 10.0f;
-    bot.aggro = 0.6f;
-    draws = {0.9f, 0.1f, 0.0f, 0.0f};  // no idle, weakest, no word, approach
-    bot.update(0.01f);
-    EXPECT_EQ(bot.target, &fighters[2]);
-
-    fighters[2].hp = 0.0f;  // dead: not the weakest, but still the nearest
-    bot.actionTime = 0.0f;
-    draws = {0.9f, 0.1f, 0.0f, 0.0f};
-    bot.update(0.01f);
-    EXPECT_EQ(bot.target, &fighters[1]);
-    bot.aggro = 0.1f;
-    bot.actionTime = 0.0f;
-    draws = {0.9f, 0.9f, 0.0f, 0.0f};
-    bot.update(0.01f);
-    EXPECT_EQ(bot.target, &fighters[2]);
-}
-
-TEST_F(BotTest, ABotAloneIdlesForHalfASecond) {
-    arena.characters = {&fighters[0]};
-    draws = {0.9f, 0.9f};
-    bot.update(0.01f);
-    EXPECT_EQ(bot.action, Bot::BOT_IDLE);
-    EXPECT_NEAR(bot.actionTime, 0.5f, 1e-4);
-    EXPECT_EQ(bot.target, nullptr);
-}
-
-TEST_F(BotTest, AggroDriftsWithHealthAndIsTestedBeforeTheStep) {
-    fighters[0].hp = 100.0f;
-    fighters[1].hp = 10.0f;  // the others' sum over all fighters: 5
-    bot.aggro = 0.58f;
-    draws = {0.9f, 0.9f, 0.0f, 0.0f};
-    bot.update(0.01f);
-    EXPECT_NEAR(bot.aggro, 0.63f, 1e-4);  // below 0.6 before the step
-    EXPECT_NEAR(bot.aggroTimer, 0.55f, 1e-4);
-
-    fighters[0].hp = 10.0f;
-    fighters[1].hp = 100.0f;
-    bot.aggro = 0.12f;
-    bot.aggroTimer = 0.0f;
-    bot.actionTime = 0.0f;
-    draws = {0.9f, 0.9f, 0.0f, 0.0f};
-    bot.update(0.01f);
-    EXPECT_NEAR(bot.aggro, 0.07f, 1e-4);
-    EXPECT_NEAR(bot.aggroTimer, 0.1f, 1e-4);
-}
-
-TEST_F(BotTest, ASayShorterThanAFrameNeverPressesTheKey) {
-    fighters[1].state = Character::CHARGING;
-    bot.aggro = 0.6f;
-    bot.aggroTimer = 10.0f;
-    draws = {0.0f, 0.01f};  // bold, a word of 0.003 s
-    bot.update(0.02f);
-    ASSERT_EQ(bot.action, Bot::BOT_SAY);
-    fighters[1].state = 0;
-    draws = {0.1f, 0.1f};  // the next decision: idle
-    bot.update(0.02f);
-    EXPECT_FALSE(pressed(ACTION_A));
+    EXPECT_EQ(keys(), 1 << ACTION_A);
 }
 
 }  // namespace
