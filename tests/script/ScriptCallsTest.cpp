@@ -101,6 +101,13 @@ TEST(ScriptCallTest, CallsOfTheScriptApi) {
                          "lungCapacity = 60, airUsage = 0, hp = 120}) r = cat(getName(), getMoveSpeed(), "
                          "getVoiceVolume(), getSpeakSpeed(), getLungCapacity(), getMaxHp(), getHp(), getAirUsage()) "
                          "setMoveSpeed(3) setCharacter({}) r = cat(r, getMoveSpeed())", "", "Zed,-4,5,0.5,60,120,50,0,5,3"},
+        // Keys and entries inherited through a metatable count; a failing metamethod reads as nil.
+        {LOCAL, FIGHTER, "local d = {name = 'Mo', moveSpeed = 7, speakSpeed = 0.5, lungCapacity = 60, airUsage = 20, "
+                         "hp = 90} setCharacter(setmetatable({voiceVolume = 44}, {__index = d})) "
+                         "r = cat(getName(), getMoveSpeed(), getVoiceVolume(), getSpeakSpeed(), getLungCapacity(), "
+                         "getAirUsage(), getMaxHp())", "", "Mo,7,44,0.5,60,20,90"},
+        {LOCAL, FIGHTER, "setCharacter(setmetatable({}, {__index = function() error('nope') end})) r = getName()",
+         "FAIL: ScriptTable.get:", "F2"},
         {SERVER, FIGHTER, "setSprite('a.xml') setCharacter({sprite = 'a.xml', shadow = 'b.xml', name = 's'}) r = getName()",
          "", "s"},
         {LOCAL, FIGHTER, "addCombo(5, {})",
@@ -129,6 +136,20 @@ TEST(ScriptCallTest, CallsOfTheScriptApi) {
         EXPECT_TRUE(*c.logged ? log.find(c.logged) != std::string::npos : log.empty()) << log;
         EXPECT_EQ(world.global("r"), c.result);
     }
+}
+
+// An arena's table, its floor and its rows of starting positions may all
+// inherit through metatables.
+TEST(ScriptCallTest, ArenaSetUpReadsThroughMetatables) {
+    ScriptWorld world(LOCAL, ARENA);
+    EXPECT_EQ(world.run("local rows = setmetatable({}, {__index = function(t, i) if i <= 2 then "
+                        "return setmetatable({}, {__index = {i, 6, 7}}) end end}) "
+                        "setArena(setmetatable({}, {__index = {dimension = setmetatable({}, {__index = "
+                        "function(t, i) return i * 10 end}), start = rows}})) r = cat(getArenaSize())"), "");
+    EXPECT_EQ(world.global("r"), "10,20,30,40");
+    ASSERT_EQ(world.arena.startPositions.size(), 2u);
+    EXPECT_EQ(world.arena.startPositions[1].x, 2.0f);
+    EXPECT_EQ(world.arena.startPositions[1].z, 7.0f);
 }
 
 // Per rank, each call real (1), a dummy (0) or absent (-): a client can't change the game, the server loads
