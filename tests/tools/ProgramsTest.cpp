@@ -103,6 +103,7 @@ TEST(Botsim, AccountsForEveryRoundOfBotsThatFightAndSpeakAndRefusesWhatItCannotR
     const std::string botsim = "../tools/botsim", fighter = " character/default/init.lua";
     std::string report;
     ASSERT_EQ(run(GAME, botsim + " --rounds 6 --seed 7" + fighter + fighter, &report), 0) << report;
+    EXPECT_EQ(report.rfind("arena ", 0), 0u) << report;  // the report alone: the world's lines go to the log
     std::smatch m;
     ASSERT_TRUE(std::regex_search(report, m, std::regex(R"(, 6 rounds\n.*: (\d+) wins.*\n.*: (\d+) wins.*\n)"
                                                          R"(rounds with no survivor: (\d+), given up after \d+ s: (\d+)\n)"
