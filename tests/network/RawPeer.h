@@ -2,11 +2,15 @@
 #include <SDL/SDL.h>
 #include <SDL/SDL_net.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 
 #include <atomic>
+#include <cerrno>
+#include <cstdint>
 #include <string>
 
 #include "network/Packet.h"
+#include "network/SocketDescriptor.h"
 #include "resources/LittleEndian.h"
 #include "shell/Log.h"
 
@@ -16,6 +20,12 @@ bool waitFor(Condition condition, uint32_t timeoutMs = 20000) {
     for (uint32_t start = SDL_GetTicks(); !condition(); SDL_Delay(1))
         if (SDL_GetTicks() - start > timeoutMs) return false;
     return true;
+}
+
+// Whether the log holds `line`; the whole log is shown when it doesn't.
+inline ::testing::AssertionResult logged(const std::string& log, const std::string& line) {
+    if (log.find(line) != std::string::npos) return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << "no \"" << line << "\" in:\n" << log;
 }
 
 inline std::string littleEndian(uint32_t value) {
@@ -50,16 +60,14 @@ protected:
     void TearDown() override { SDLNet_Quit(); }
 };
 
-// A bare TCP peer that writes exact bytes and reads exactly what comes.
+// A bare TCP peer that writes exact bytes and reads exactly what comes;
+// each read waits at most 20 s for more.
 class RawPeer {
 public:
     RawPeer() = default;
     RawPeer(const RawPeer&) = delete;
     RawPeer& operator=(const RawPeer&) = delete;
-    ~RawPeer() {
-        close();
-        SDLNet_FreeSocketSet(set);
-    }
+    ~RawPeer() { close(); }
 
     bool connect(uint16_t port) {
         IPaddress address;
@@ -76,29 +84,21 @@ public:
     }
     // Exactly `count` bytes, or fewer when the connection ends or time runs out.
     std::string read(size_t count) {
-        std::string bytes;
-        char chunk[65536];
-        waitFor([&] {
-            while (bytes.size() < count && SDLNet_CheckSockets(set, 0) > 0) {
-                int got = SDLNet_TCP_Recv(socket, chunk, int(std::min(count - bytes.size(), sizeof chunk)));
-                if (got <= 0) return true;
-                bytes.append(chunk, size_t(got));
-            }
-            return bytes.size() == count;
-        });
+        std::string bytes(count, '\0');
+        size_t got = 0;
+        for (int n = 0; got < count && (n = SDLNet_TCP_Recv(socket, &bytes[got], int(count - got))) > 0;) got += size_t(n);
+        bytes.resize(got);
         return bytes;
     }
     // True once the other side has ended the connection; what came before is skipped.
     bool closedByPeer() {
         char chunk[65536];
-        return waitFor([&] {
-            while (SDLNet_CheckSockets(set, 0) > 0)
-                if (SDLNet_TCP_Recv(socket, chunk, sizeof chunk) <= 0) return true;
-            return false;
-        });
+        int got = 0;
+        while ((got = SDLNet_TCP_Recv(socket, chunk, sizeof chunk)) > 0) {
+        }
+        return got == 0 || errno == ECONNRESET;
     }
     void close() {
-        if (socket) SDLNet_TCP_DelSocket(set, socket);
         if (socket) SDLNet_TCP_Close(socket);
         socket = nullptr;
     }
@@ -107,9 +107,9 @@ private:
     bool adopt(TCPsocket opened) {
         close();
         socket = opened;
-        return socket && SDLNet_TCP_AddSocket(set, socket) == 1;
+        const timeval patience{20, 0};
+        return socket && setsockopt(socketDescriptor(socket), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience) == 0;
     }
 
-    SDLNet_SocketSet set = SDLNet_AllocSocketSet(1);
     TCPsocket socket = nullptr;
 };
