@@ -11,6 +11,7 @@
 
 namespace {
 
+// From the main menu, which the intro starts at once.
 class MenuScreensTest : public FrontendTest {
 protected:
     void SetUp() override {
@@ -20,7 +21,7 @@ protected:
                                            "options_sound=Sound\noptions_music=Music\nexit=Quit\n"
                                            "[game_classic]\nmenu_no_start=Not yet\n");
         Engine::push(new StateIntro());
-        Engine::update(0.0f);  // the intro starts the menu
+        Engine::update(0.0f);
         letGo();
     }
     void TearDown() override {
@@ -43,14 +44,24 @@ TEST_F(MenuScreensTest, LeavingTheMenuFadesTheIntroOutInHalfASecondAndEndsThePro
     EXPECT_FALSE(Engine::isRunning());
 }
 
-TEST_F(MenuScreensTest, APlayerItemOpensTheControlsOfThatPlayerAndTheMenuComesBack) {
+TEST_F(MenuScreensTest, APlayerItemOpensTheControlsOfThatPlayerAndTheDuelItemItsSetUp) {
     press({SDLK_DOWN, SDLK_RETURN, SDLK_RETURN, SDLK_DOWN, SDLK_DOWN, SDLK_RETURN});
     ASSERT_NE(top<StateControls>(), nullptr);
     EXPECT_EQ(top<StateControls>()->player, 2);
     press({SDLK_ESCAPE});
     ASSERT_NE(menu(), nullptr);
-    EXPECT_FALSE(menu()->menu.done);
     EXPECT_EQ(menu()->text.text, "Player 1\nPlayer 2\n[Player 3]\nPlayer 4\nBack");
+    // The duel's start item does nothing visible.
+    press({SDLK_ESCAPE, SDLK_ESCAPE, SDLK_UP, SDLK_RETURN, SDLK_RETURN});
+    auto* prepare = top<StateDuelPrepare>();
+    ASSERT_NE(prepare, nullptr);
+    const std::string shown = prepare->text.text;
+    EXPECT_EQ(shown.substr(0, 9), "[Not yet]");
+    press({SDLK_RETURN});
+    EXPECT_EQ(top<StateDuelPrepare>(), prepare);
+    EXPECT_EQ(prepare->text.text, shown);
+    press({SDLK_ESCAPE});
+    EXPECT_NE(menu(), nullptr);
 }
 
 TEST_F(MenuScreensTest, VolumesAreHeardAtOnceAndKeptOnceTheKeysAreLetGo) {
@@ -64,19 +75,6 @@ TEST_F(MenuScreensTest, VolumesAreHeardAtOnceAndKeptOnceTheKeysAreLetGo) {
     Database::clearAll();
     SoundSettings::load("config.nvo");
     EXPECT_FLOAT_EQ(Sound::getSoundVolume(), 0.99f);
-}
-
-TEST_F(MenuScreensTest, TheDuelSetUpOpensFromTheMenuAndItsStartDoesNothing) {
-    press({SDLK_RETURN, SDLK_RETURN});
-    auto* prepare = top<StateDuelPrepare>();
-    ASSERT_NE(prepare, nullptr);
-    const std::string shown = prepare->text.text;
-    EXPECT_EQ(shown.substr(0, 9), "[Not yet]");
-    press({SDLK_RETURN});
-    EXPECT_EQ(top<StateDuelPrepare>(), prepare);
-    EXPECT_EQ(prepare->text.text, shown);
-    press({SDLK_ESCAPE});
-    EXPECT_NE(menu(), nullptr);
 }
 
 }  // namespace

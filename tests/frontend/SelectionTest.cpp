@@ -29,11 +29,6 @@ protected:
         for (int i = 0; i < down; ++i) press({SDLK_DOWN});
         press({SDLK_RETURN});
     }
-    std::string logOfPress(int key) {
-        TestSupport::CapturedStdout out;
-        press({key});
-        return out.text();
-    }
 };
 
 TEST_F(SelectionTest, FightersComeInTheListsOrderThenFromDiskAndTheChoiceGoesBack) {
@@ -50,15 +45,11 @@ TEST_F(SelectionTest, FightersComeInTheListsOrderThenFromDiskAndTheChoiceGoesBac
     for (MenuItem* item : select->menu.root.items) labels.push_back(item->label);
     EXPECT_EQ(labels, (std::vector<std::string>{"Back", "Any", "Beta", "Alpha", "Gamma"}));
     EXPECT_EQ(select->list.text, "Alpha\nGamma\n[Back]\nAny\nBeta");  // the cursor on line 5 / 2
-
-    const struct {
-        std::string text;
-        float alpha;
-    } descriptions[] = {{"", 0.0f}, {"Beta the brave.", 255.0f}, {"", 255.0f}};
-    for (const auto& d : descriptions) {
+    // Down to "random", "beta" and "alpha", which has no description.
+    for (const auto& [text, alpha] : {std::pair{"", 0.0f}, {"Beta the brave.", 255.0f}, {"", 255.0f}}) {
         press({SDLK_DOWN});
-        EXPECT_EQ(select->desc.text, d.text);
-        EXPECT_EQ(select->desc.alpha, d.alpha);
+        EXPECT_EQ(select->desc.text, text);
+        EXPECT_EQ(select->desc.alpha, alpha);
     }
     press({SDLK_RETURN});
     EXPECT_EQ(prepare()->fighterPaths[0], "character/alpha/init.lua");
@@ -78,11 +69,10 @@ TEST_F(SelectionTest, ArenasFadeInTwiceAsFastAsTheyFadeOutAndTheChoiceGoesBack) 
     Engine::update(0.5f);
     press({SDLK_DOWN, SDLK_DOWN});
     EXPECT_EQ(select->desc.text, "The first.");
-    const float alphas[][2] = {{127.5f, 191.25f}, {255.0f, 127.5f}};  // entries 2 and 0
-    for (const auto& expected : alphas) {
+    for (const auto& [gaining, losing] : {std::pair{127.5f, 191.25f}, {255.0f, 127.5f}}) {
         Engine::update(0.25f);
-        EXPECT_EQ(select->entries[2].alpha, expected[0]);
-        EXPECT_EQ(select->entries[0].alpha, expected[1]);
+        EXPECT_EQ(select->entries[2].alpha, gaining);
+        EXPECT_EQ(select->entries[0].alpha, losing);
     }
     press({SDLK_DOWN});
     EXPECT_EQ(select->desc.alpha, 0.0f);  // "two" has no description
@@ -104,21 +94,17 @@ TEST_F(SelectionTest, RandomPicksOnlyWhatLoadedAndNothingFromAnEmptyList) {
         prepare()->arenaPath.clear();
         open(0);
         press({SDLK_DOWN, SDLK_RETURN});
-        const std::string& chosen = prepare()->arenaPath;
-        EXPECT_TRUE(chosen == "arena/one/init.lua" || chosen == "arena/two/init.lua") << chosen;
+        EXPECT_TRUE(prepare()->arenaPath == "arena/one/init.lua" || prepare()->arenaPath == "arena/two/init.lua");
     }
-
     Resource::clear();
-    const struct {
-        int item;
-        const char* cancelled;
-    } emptyScreens[] = {{3, "Wybor postaci przerwany"}, {1, "Wybor areny przerwany"}};
-    for (const auto& screen : emptyScreens) {
-        prepare()->menu.root.current = screen.item;
+    for (const auto& [item, cancelled] : {std::pair{3, "Wybor postaci przerwany"}, {1, "Wybor areny przerwany"}}) {
+        prepare()->menu.root.current = item;
         open(0);
         press({SDLK_DOWN, SDLK_RETURN});  // nothing to draw from: the screen stays
         EXPECT_EQ(prepare(), nullptr);
-        EXPECT_NE(logOfPress(SDLK_ESCAPE).find(screen.cancelled), std::string::npos);
+        TestSupport::CapturedStdout out;
+        press({SDLK_ESCAPE});
+        EXPECT_NE(out.text().find(cancelled), std::string::npos);
     }
     EXPECT_EQ(prepare()->fighterPaths[1], "character/alpha/init.lua");
 }
