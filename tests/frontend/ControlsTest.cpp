@@ -34,6 +34,8 @@ TEST_F(ControlsTest, EachActionTakesTheNextFreshKeyUntilTheSixthSavesThemAndEsca
 
     HeldKeys::hold(SDLK_RETURN);  // still down from choosing the item: not a choice
     StateControls* screen = open(0);
+    Engine::update(0.0f);
+    EXPECT_EQ(screen->step, 0);
     letGo();
     press({SDLK_RETURN, SDLK_b, SDLK_RETURN});
     EXPECT_EQ(screen->step, 2);
