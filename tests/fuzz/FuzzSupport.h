@@ -12,6 +12,7 @@
 #include <iterator>
 #include <string>
 
+#include "audio/Sound.h"
 #include "graphics/Sprite.h"
 #include "graphics/SpriteInstance.h"
 #include "network/FrameReader.h"
@@ -87,8 +88,9 @@ inline bool prepareGameContent() {
         bytes.copy(copy, bytes.size());
         Resource::preload(entry.path().lexically_relative(root).string(), uint32_t(bytes.size()), copy);
     }
-    // The store's records die with the process; what they hold goes first.
-    return !error && atexit(Resource::clear) == 0;
+    // The store's records and the sounds a world has played die with the
+    // process; what they hold goes first.
+    return !error && atexit(Resource::clear) == 0 && atexit(Sound::clear) == 0;
 }
 
 // One connection's receive path under fuzzing: bytes arrive in chunks, the
