@@ -11,7 +11,6 @@
 
 #include "network/Packet.h"
 #include "network/SocketDescriptor.h"
-#include "resources/LittleEndian.h"
 #include "shell/Log.h"
 
 // Generous, for a busy machine; a passing test never waits for all of it.
@@ -28,11 +27,7 @@ inline ::testing::AssertionResult logged(const std::string& log, const std::stri
     return ::testing::AssertionFailure() << "no \"" << line << "\" in:\n" << log;
 }
 
-inline std::string littleEndian(uint32_t value) {
-    uint8_t bytes[4];
-    LittleEndian::writeU32(bytes, value);
-    return std::string(reinterpret_cast<char*>(bytes), 4);
-}
+inline std::string littleEndian(uint32_t value) { return {char(value), char(value >> 8), char(value >> 16), char(value >> 24)}; }
 inline std::string header(int32_t type, int32_t size) { return littleEndian(uint32_t(type)) + littleEndian(uint32_t(size)); }
 inline std::string frame(int32_t type, const std::string& payload) {
     return header(type, int32_t(payload.size())) + payload;

@@ -1,13 +1,19 @@
-// The game's packets byte for byte, with a bare socket playing the other
-// side, and what each side does with packets it must not trust.
+// Games over the loopback: a server and its clients in one process, as on a
+// hosting machine, and each side's packets byte for byte against a bare
+// socket playing the other, with what it does with packets it must not trust.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "GameFixture.h"
 #include "TestSupport.h"
+#include "gameplay/Bot.h"
+#include "gameplay/ControllerDummy.h"
+#include "network/GamePath.h"
 #include "shell/Log.h"
 
 namespace {
@@ -28,14 +34,36 @@ const std::string MARKER = "\x63\0\0\0\0\0\0\0"s;
 std::string word(int32_t value) { return littleEndian(uint32_t(value)); }
 std::string fighterInfo(int32_t id, const std::string& path) { return frame(CHARACTER_INFO, word(id) + path + "\0\0\0\0\0"s); }
 
-class GameWireTest : public GameTest {
+class GamesTest : public GameTest {
 protected:
+    static std::string snapshot(Serializable& object) {
+        uint32_t size = 0;
+        const char* bytes = static_cast<const char*>(object.serialize(&size));
+        return std::string(bytes, size);
+    }
+    // Every client has every client's fighter; `mirrored`: each as the
+    // server has it, and the arena's noise and the rules' timers too.
+    bool everyoneHasEveryone(bool mirrored) {
+        for (auto& viewer : clients) {
+            for (auto& seen : clients) {
+                const size_t slot = size_t(seen->id);
+                if (!isLoaded(*viewer, seen->id)) return false;
+                if (mirrored && snapshot(*viewer->players[slot]->character) != snapshot(*server->players[slot]->character))
+                    return false;
+            }
+            if (mirrored && (snapshot(*viewer->arena) != snapshot(*server->arena) ||
+                             snapshot(*viewer->gamemode) != snapshot(*server->gamemode)))
+                return false;
+        }
+        return true;
+    }
+    Network::Player& onServer(const Client& client) { return *server->players[size_t(client.id)]; }
     // The next whole frame of `type` the peer receives, those before it skipped.
     static std::string nextFrame(RawPeer& peer, int32_t type) {
         for (int skipped = 0; skipped < 100; ++skipped) {
             std::string head = peer.read(8);
             if (head.size() < 8) return "nothing";
-            head += peer.read(LittleEndian::readU32(reinterpret_cast<const uint8_t*>(&head[4])));
+            head += peer.read(uint8_t(head[4]) | uint8_t(head[5]) << 8);  // no frame here is longer
             if (head.substr(0, 4) == word(type)) return head;
         }
         return "none";
@@ -48,7 +76,93 @@ protected:
     }
 };
 
-TEST_F(GameWireTest, ServerAnswersTheSequenceByteForByte) {
+TEST(GamePath, OnlyRelativePathsInsideTheFolderThatNeverClimbOut) {
+    // A name that starts or ends with two dots climbs nowhere.
+    for (const char* path : {"character/default/init.lua", "character/x", "character/..a/init.lua", "character/a../x"})
+        EXPECT_TRUE(GamePath::isInside(path, "character/")) << path;
+    // The folder itself names no script.
+    for (const char* path : {"character/", "character", "characters/default/init.lua", "/character/default/init.lua",
+                             "arena/osmiornica/init.lua", "character/../arena/osmiornica/init.lua",
+                             "character/default/..", "character//../x", ""})
+        EXPECT_FALSE(GamePath::isInside(path, "character/")) << path;
+    // Anywhere in the game's folder, as sounds are.
+    EXPECT_TRUE(GamePath::isInside("a", ""));
+    for (const char* path : {"/dev/zero", "../a.ogg", ""}) EXPECT_FALSE(GamePath::isInside(path, "")) << path;
+}
+
+TEST_F(GamesTest, ClientsJoinARunningGameRelayControlsAndMirrorTheServer) {
+    host(17200);
+    ControllerDummy pad;
+    Client& first = join(17200, Client::MODE_MAIN, &pad);
+    // A deathmatch starts with the first ready player; the others join it running.
+    ASSERT_TRUE(runUntil([&] { return allInGame(); }));
+    EXPECT_TRUE(server->started);
+    join(17200, Client::MODE_LOCAL);
+    Client& bot = join(17200, Client::MODE_BOT);
+    ASSERT_TRUE(runUntil([&] { return allInGame() && everyoneHasEveryone(false); }));
+    std::set<int> ids, pids;
+    for (auto& client : clients) {
+        ids.insert(client->id);
+        pids.insert(client->pid);
+        EXPECT_TRUE(onServer(*client).isReady());
+        EXPECT_EQ(onServer(*client).pid, client->pid);
+        EXPECT_EQ(client->players.size(), 64u);
+    }
+    EXPECT_EQ(ids.size(), 3u);
+    EXPECT_EQ(pids, (std::set<int>{2, 3, 4}));  // handed out from 2 upward
+    // The bot steers its fighter on the server through its own packets.
+    const bool* botKeys = onServer(bot).controller->pressed;
+    ASSERT_TRUE(runUntil([&] { return std::find(botKeys, botKeys + ACTION_COUNT, true) != botKeys + ACTION_COUNT; }));
+
+    // A key goes to the server and comes back to every world, the sender's too.
+    const float startX = onServer(first).character->position.x;
+    pad.pressed[ACTION_RIGHT] = true;
+    ASSERT_TRUE(runUntil([&] {
+        for (auto& client : clients)
+            if (!client->players[size_t(first.id)]->controller->pressed[ACTION_RIGHT]) return false;
+        return onServer(first).controller->pressed[ACTION_RIGHT];
+    }));
+    EXPECT_TRUE(runUntil([&] { return onServer(first).character->position.x > startX; }));
+
+    // One frame sends every snapshot; the clients stop simulating, so what
+    // they end up with is the server's word alone.
+    for (Network::Player* player : server->players) player->stateTimer = Network::Server::SNAPSHOT_PERIOD;
+    server->tick(FRAME);
+    for (auto& client : clients) client->gameState = 0;
+    EXPECT_TRUE(waitFor([&] {
+        for (auto& client : clients) client->update(FRAME);
+        return everyoneHasEveryone(true);
+    }));
+}
+
+TEST_F(GamesTest, ALostBotComesBackWithItsPidAfterFiveSecondsOfFrames) {
+    host(17201);
+    join(17201, Client::MODE_MAIN);
+    Client& bot = join(17201, Client::MODE_BOT);
+    ASSERT_TRUE(runUntil([&] { return allInGame() && everyoneHasEveryone(false); }));
+    const int pid = bot.pid, oldId = bot.id, nextPid = server->nextPid;
+
+    bot.socket.close();
+    int frames = 0;
+    std::string log = TestSupport::logOf([&] {
+        runUntil([&] { return ++frames, bot.socket.isConnected(); });
+        // Back in the game: the world described anew, its own fighter the bot's again.
+        EXPECT_TRUE(runUntil([&] {
+            return (bot.flags & Network::CLIENT_ARENA) && allInGame() && everyoneHasEveryone(false) &&
+                   bot.bot->character == bot.players[size_t(bot.id)]->character;
+        }));
+    });
+    // The attempt comes once 5 s of frame time have passed, not sooner.
+    EXPECT_GE(frames, 300);
+    EXPECT_LE(frames, 302);
+    EXPECT_EQ(bot.pid, pid);
+    EXPECT_EQ(onServer(bot).pid, pid);
+    EXPECT_EQ(server->nextPid, nextPid);  // no new pid was handed out
+    EXPECT_TRUE(logged(log, "Client.parse: DISCONNECT; Klient " + std::to_string(oldId) + " rozlaczyl sie"));
+    EXPECT_TRUE(logged(log, "Client.parse: CONNECT; my id: " + std::to_string(bot.id)));
+}
+
+TEST_F(GamesTest, ServerAnswersTheSequenceByteForByte) {
     host(17210);
     RawPeer peer;
     ASSERT_TRUE(peer.connect(17210));
@@ -81,7 +195,7 @@ TEST_F(GameWireTest, ServerAnswersTheSequenceByteForByte) {
     EXPECT_EQ(nextFrame(peer, SOUND), SOUND_A);
 }
 
-TEST_F(GameWireTest, ServerDropsWhatItCannotUseAndRefusesFightersFromOutsideOrThatItLacks) {
+TEST_F(GamesTest, ServerDropsWhatItCannotUseAndRefusesFightersFromOutsideOrThatItLacks) {
     host(17211);
     const struct {
         int id;
@@ -126,7 +240,7 @@ TEST_F(GameWireTest, ServerDropsWhatItCannotUseAndRefusesFightersFromOutsideOrTh
     EXPECT_EQ(server->players[0]->flags, uint32_t(Network::PLAYER_HANDSHAKE | Network::PLAYER_CONNECT));
 }
 
-TEST_F(GameWireTest, ClientSpeaksTheSequenceAndTrustsNothingItHears) {
+TEST_F(GamesTest, ClientSpeaksTheSequenceAndTrustsNothingItHears) {
     IPaddress address;
     SDLNet_ResolveHost(&address, nullptr, 17213);
     TCPsocket listener = SDLNet_TCP_Open(&address);
@@ -138,12 +252,10 @@ TEST_F(GameWireTest, ClientSpeaksTheSequenceAndTrustsNothingItHears) {
     ASSERT_TRUE(peer.accept(listener));
     SDLNet_TCP_Close(listener);
     EXPECT_EQ(peer.read(8), HANDSHAKE_BYTES);
-    peer.write(HANDSHAKE_BYTES);
-    runUntilLogged("Client.parse: HANDSHAKE");
-    EXPECT_EQ(peer.read(16), FIRST_CONNECT);
-    peer.write(frame(CONNECT, word(-1) + word(7)) + frame(CONNECT, word(3) + word(7)) + frame(SERVER_INFO, word(4) + word(0)));
-    runUntilLogged("Client.sendCharacterInfo");
-    EXPECT_EQ(peer.read(43), FIGHTER_INFO_FROM_CLIENT);
+    peer.write(HANDSHAKE_BYTES + frame(CONNECT, word(-1) + word(7)) + frame(CONNECT, word(3) + word(7)) +
+               frame(SERVER_INFO, word(4) + word(0)));
+    ASSERT_TRUE(runUntil([&] { return client.flags & Network::CLIENT_CHARACTER; }));
+    EXPECT_EQ(peer.read(16 + 43), FIRST_CONNECT + FIGHTER_INFO_FROM_CLIENT);
     EXPECT_EQ(client.pid, 7);
     EXPECT_EQ(client.id, 3);
 
