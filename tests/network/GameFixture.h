@@ -1,8 +1,7 @@
 #pragma once
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <climits>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
@@ -24,8 +23,7 @@ class GameTest : public NetworkTest {
 protected:
     void SetUp() override {
         NetworkTest::SetUp();
-        ASSERT_NE(getcwd(previous, sizeof previous), nullptr);
-        ASSERT_EQ(chdir(KORVANE_SOURCE_DIR "/data"), 0);
+        std::filesystem::current_path(KORVANE_SOURCE_DIR "/data");
     }
     void TearDown() override {
         // Clients first: they leave a server that still listens. A main
@@ -33,7 +31,7 @@ protected:
         clients.clear();
         server.reset();
         Sound::clear();
-        EXPECT_EQ(chdir(previous), 0);
+        std::filesystem::current_path(previous);
         NetworkTest::TearDown();
     }
 
@@ -80,5 +78,5 @@ protected:
     std::vector<std::unique_ptr<Network::Client>> clients;
 
 private:
-    char previous[PATH_MAX];
+    const std::filesystem::path previous = std::filesystem::current_path();
 };

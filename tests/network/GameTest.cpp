@@ -91,14 +91,14 @@ TEST(GamePath, OnlyRelativePathsInsideTheFolderThatNeverClimbOut) {
 }
 
 TEST_F(GamesTest, ClientsJoinARunningGameRelayControlsAndMirrorTheServer) {
-    host(17200);
+    host(17231);
     ControllerDummy pad;
-    Client& first = join(17200, Client::MODE_MAIN, &pad);
+    Client& first = join(17231, Client::MODE_MAIN, &pad);
     // A deathmatch starts with the first ready player; the others join it running.
     ASSERT_TRUE(runUntil([&] { return allInGame(); }));
     EXPECT_TRUE(server->started);
-    join(17200, Client::MODE_LOCAL);
-    Client& bot = join(17200, Client::MODE_BOT);
+    join(17231, Client::MODE_LOCAL);
+    Client& bot = join(17231, Client::MODE_BOT);
     ASSERT_TRUE(runUntil([&] { return allInGame() && everyoneHasEveryone(false); }));
     std::set<int> ids, pids;
     for (auto& client : clients) {
@@ -136,9 +136,9 @@ TEST_F(GamesTest, ClientsJoinARunningGameRelayControlsAndMirrorTheServer) {
 }
 
 TEST_F(GamesTest, ALostBotComesBackWithItsPidAfterFiveSecondsOfFrames) {
-    host(17201);
-    join(17201, Client::MODE_MAIN);
-    Client& bot = join(17201, Client::MODE_BOT);
+    host(17232);
+    join(17232, Client::MODE_MAIN);
+    Client& bot = join(17232, Client::MODE_BOT);
     ASSERT_TRUE(runUntil([&] { return allInGame() && everyoneHasEveryone(false); }));
     const int pid = bot.pid, oldId = bot.id, nextPid = server->nextPid;
 
@@ -163,9 +163,9 @@ TEST_F(GamesTest, ALostBotComesBackWithItsPidAfterFiveSecondsOfFrames) {
 }
 
 TEST_F(GamesTest, ServerAnswersTheSequenceByteForByte) {
-    host(17210);
+    host(17241);
     RawPeer peer;
-    ASSERT_TRUE(peer.connect(17210));
+    ASSERT_TRUE(peer.connect(17241));
     peer.write(HANDSHAKE_BYTES + FIRST_CONNECT);
     ASSERT_TRUE(runUntil([&] { return server->players[0]->flags & Network::PLAYER_CONNECT; }));
     EXPECT_EQ(peer.read(8), HANDSHAKE_BYTES);
@@ -196,7 +196,7 @@ TEST_F(GamesTest, ServerAnswersTheSequenceByteForByte) {
 }
 
 TEST_F(GamesTest, ServerDropsWhatItCannotUseAndRefusesFightersFromOutsideOrThatItLacks) {
-    host(17211);
+    host(17242);
     const struct {
         int id;
         int32_t type;
@@ -222,7 +222,7 @@ TEST_F(GamesTest, ServerDropsWhatItCannotUseAndRefusesFightersFromOutsideOrThatI
         {"/tmp/character/init.lua", true}, {"character/../arena/osmiornica/init.lua", true}, {"character/none/init.lua", false}};
     for (const auto& [path, unread] : farewells) {
         RawPeer peer;
-        ASSERT_TRUE(peer.connect(17211));
+        ASSERT_TRUE(peer.connect(17242));
         peer.write(HANDSHAKE_BYTES + FIRST_CONNECT + fighterInfo(-1, path));
         std::string log = runUntilLogged("A poki co... Zegnaj, kliencie~");
         EXPECT_EQ(bool(logged(log, "Niedozwolona sciezka")), unread) << path;
@@ -233,7 +233,7 @@ TEST_F(GamesTest, ServerDropsWhatItCannotUseAndRefusesFightersFromOutsideOrThatI
     }
     // A script that exists and fails to load keeps the client, never ready.
     RawPeer peer;
-    ASSERT_TRUE(peer.connect(17211));
+    ASSERT_TRUE(peer.connect(17242));
     peer.write(HANDSHAKE_BYTES + FIRST_CONNECT + fighterInfo(-1, "character/list.txt"));
     EXPECT_FALSE(logged(runUntilLogged("Nie udalo sie wczytac postaci"), "Zegnaj"));
     EXPECT_TRUE(server->socket.hasClient(0));
@@ -242,11 +242,11 @@ TEST_F(GamesTest, ServerDropsWhatItCannotUseAndRefusesFightersFromOutsideOrThatI
 
 TEST_F(GamesTest, ClientSpeaksTheSequenceAndTrustsNothingItHears) {
     IPaddress address;
-    SDLNet_ResolveHost(&address, nullptr, 17213);
+    SDLNet_ResolveHost(&address, nullptr, 17244);
     TCPsocket listener = SDLNet_TCP_Open(&address);
     ASSERT_NE(listener, nullptr);
     ControllerDummy pad;
-    Client& client = join(17213, Client::MODE_MAIN, &pad);
+    Client& client = join(17244, Client::MODE_MAIN, &pad);
     client.update(FRAME);
     RawPeer peer;
     ASSERT_TRUE(peer.accept(listener));

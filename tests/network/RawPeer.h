@@ -1,12 +1,10 @@
 #pragma once
-#include <SDL/SDL.h>
 #include <SDL/SDL_net.h>
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 
 #include <atomic>
 #include <cerrno>
-#include <cstdint>
 #include <string>
 
 #include "network/Packet.h"

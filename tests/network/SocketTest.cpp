@@ -118,7 +118,7 @@ protected:
 TEST_F(SocketTest, ServerPingsEchoesAndDropsAPeerAfterItsFourthUnansweredPing) {
     FakeClock::time = 1000;
     server.now = FakeClock::now;
-    open(17101);
+    open(17131);
     RawPeer answering, silent;
     join(answering, 0);
     join(silent, 1);
@@ -150,7 +150,7 @@ TEST_F(SocketTest, ServerPingsEchoesAndDropsAPeerAfterItsFourthUnansweredPing) {
 }
 
 TEST_F(SocketTest, ServerClosesThe65thConnectionAtOnceAndReusesTheLowestFreeId) {
-    open(17102, 64);
+    open(17132, 64);
     RawPeer peers[65];
     for (int id = 0; id < 64; ++id) join(peers[id], id);
     std::string log = logOf([&] {
@@ -176,7 +176,7 @@ TEST_F(SocketTest, ServerClosesThe65thConnectionAtOnceAndReusesTheLowestFreeId) 
 }
 
 TEST_F(SocketTest, ServerDropsOnlyAHostileSizeAndDeliversALargeFrameWhole) {
-    open(17103);
+    open(17133);
     RawPeer good;
     join(good, 0);
     const std::string big = frame(7, std::string(5000, 'x'));
@@ -200,7 +200,7 @@ TEST_F(SocketTest, ServerDropsOnlyAHostileSizeAndDeliversALargeFrameWhole) {
 // The main thread removes clients while the worker is busy with them; the
 // sanitizer builds are what catch a fault here.
 TEST_F(SocketTest, ServerDisconnectsClientsInTheMiddleOfTheirTraffic) {
-    open(17104);
+    open(17134);
     RawPeer peers[4];
     std::string burst;
     for (int i = 0; i < 200; ++i) burst += frame(CONTROLLER_STATE, std::string(1000, char(i)));
@@ -218,7 +218,7 @@ TEST_F(SocketTest, ServerDisconnectsClientsInTheMiddleOfTheirTraffic) {
 }
 
 TEST_F(SocketTest, ServerDropsAClientThatStopsReadingAndServesTheOthers) {
-    open(17105);
+    open(17135);
     RawPeer stalled, reading;
     join(stalled, 0);
     join(reading, 1);
@@ -235,14 +235,14 @@ TEST_F(SocketTest, ServerDropsAClientThatStopsReadingAndServesTheOthers) {
 
 TEST_F(SocketTest, ClientRetriesAfterAFailedInitAndSendsNothingUnconnected) {
     std::string log = logOf([&] {
-        EXPECT_FALSE(client.init("127.0.0.1", 17106));
+        EXPECT_FALSE(client.init("127.0.0.1", 17136));
         client.send(HANDSHAKE, 0, nullptr);
         client.updatePing();
         client.close();
-        connectClient(17106);
+        connectClient(17136);
     });
-    EXPECT_TRUE(logged(log, "FAIL: SocketClient.init: Nie udalo sie otworzyc socketa (adres \"127.0.0.1\" port 17106)"));
-    EXPECT_TRUE(logged(log, "OK  : SocketClient.init: Polaczono z 127.0.0.1 na porcie 17106"));
+    EXPECT_TRUE(logged(log, "FAIL: SocketClient.init: Nie udalo sie otworzyc socketa (adres \"127.0.0.1\" port 17136)"));
+    EXPECT_TRUE(logged(log, "OK  : SocketClient.init: Polaczono z 127.0.0.1 na porcie 17136"));
     EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 2) << log;
     client.send(SOUND, 100, nullptr);  // no data: size 0 whatever was asked
     EXPECT_EQ(host.read(8), header(SOUND, 0));
@@ -252,7 +252,7 @@ TEST_F(SocketTest, ClientRetriesAfterAFailedInitAndSendsNothingUnconnected) {
 TEST_F(SocketTest, ClientEchoesPingsInTheSameStepAndDropsTheServerAfterSixUnanswered) {
     FakeClock::time = 1000;
     client.now = FakeClock::now;
-    connectClient(17107);
+    connectClient(17137);
     host.write(frame(PING_SERVER, "tock") + frame(GAME_START, ""));
     ASSERT_TRUE(waitFor([&] { return client.updateRecv(); }));
     EXPECT_EQ(host.read(12), frame(PING_SERVER, "tock"));
@@ -284,7 +284,7 @@ TEST_F(SocketTest, ClientEchoesPingsInTheSameStepAndDropsTheServerAfterSixUnansw
 }
 
 TEST_F(SocketTest, ClientTakesALargeFrameWholeAndDropsAHostileSize) {
-    connectClient(17108);
+    connectClient(17138);
     const std::string big = frame(7, std::string(5000, 'b'));
     host.write(big + header(GAME_START, -1));
     std::string log = logOf([&] { EXPECT_TRUE(waitFor([&] { return client.updatePing(), !client.isConnected(); })); });
@@ -296,7 +296,7 @@ TEST_F(SocketTest, ClientTakesALargeFrameWholeAndDropsAHostileSize) {
 }
 
 TEST_F(SocketTest, ClientEndsItsDrainWhenTheServerGoesInTheMiddleOfAPacket) {
-    connectClient(17109);
+    connectClient(17139);
     host.write(header(CONNECT, 8) + "abc");
     host.close();
     SDL_Delay(20);
