@@ -1,53 +1,32 @@
-#include <SDL/SDL.h>
+// The transport worker's share of a core, spinning or waiting, idle or with
+// clients, and how long a queued packet takes to reach a client.
 #include <SDL/SDL_net.h>
 #include <benchmark/benchmark.h>
-#include <dirent.h>
 
-#include <cstdio>
-#include <cstdlib>
-#include <memory>
-#include <set>
-#include <string>
-#include <vector>
+#include <ctime>
 
-#include "network/SocketClient.h"
+#include "BenchSupport.h"
 #include "network/SocketServer.h"
 
 namespace {
 
 const uint16_t PORT = 17190;
 
-std::set<long> threadIds() {
-    std::set<long> ids;
-    if (DIR* dir = opendir("/proc/self/task")) {
-        while (dirent* entry = readdir(dir)) ids.insert(strtol(entry->d_name, nullptr, 10));
-        closedir(dir);
-    }
-    return ids;
-}
-
-// Nanoseconds a thread of this process has spent on a processor.
-double cpuNanoseconds(long threadId) {
-    unsigned long long ns = 0;
-    if (FILE* file = fopen(("/proc/self/task/" + std::to_string(threadId) + "/schedstat").c_str(), "r")) {
-        if (fscanf(file, "%llu", &ns) != 1) ns = 0;
-        fclose(file);
-    }
-    return double(ns);
+// Processor time of every thread but the calling one, in nanoseconds: with
+// the clients polled on this thread, that is the worker's.
+double workerCpuNanoseconds() {
+    timespec all, mine;
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &all);
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &mine);
+    return double(all.tv_sec - mine.tv_sec) * 1e9 + double(all.tv_nsec - mine.tv_nsec);
 }
 
 struct Hosting {
-    explicit Hosting(int waitMs, int clientCount) {
+    Hosting(int waitMs, int clientCount) {
         SDLNet_Init();
-        std::set<long> before = threadIds();
         server.waitMs = waitMs;
         server.init(PORT, 8);
-        for (long id : threadIds())
-            if (!before.count(id)) worker = id;
-        for (int i = 0; i < clientCount; ++i) {
-            clients.emplace_back(new SocketClient());
-            clients.back()->init("127.0.0.1", PORT);
-        }
+        clients = connectClients(clientCount, PORT);
         while (server.getClientCount() < clientCount) SDL_Delay(1);
     }
     ~Hosting() {
@@ -57,31 +36,27 @@ struct Hosting {
     }
     SocketServer server;
     std::vector<std::unique_ptr<SocketClient>> clients;
-    long worker = 0;
 };
 
-// The worker's share of a core over 10 s of a hosted game at 60 frames a
-// second: every client polled each frame and, each quarter second, sent a
-// snapshot of every fighter, the arena and the rules (all of 56 bytes).
+// Over 10 s of a hosted game at 60 frames a second: every client polled each
+// frame and, each quarter second, sent a snapshot of every fighter, the arena
+// and the rules (all of 56 bytes).
 void BM_SocketServerWorkerCpu(benchmark::State& state) {
     const int clientCount = int(state.range(1));
     const char snapshot[56] = {};
     for (auto _ : state) {
         Hosting hosting(int(state.range(0)), clientCount);
-        double startCpu = cpuNanoseconds(hosting.worker);
+        double startCpu = workerCpuNanoseconds();
         uint32_t start = SDL_GetTicks();
         for (uint32_t frame = 0; SDL_GetTicks() - start < 10000; ++frame, SDL_Delay(16)) {
             for (int to = 0; to < clientCount && frame % 15 == 0; ++to)
                 for (int packet = 0; packet < clientCount + 2; ++packet)
                     hosting.server.send(to, CHARACTER_STATE, sizeof snapshot, snapshot);
-            for (auto& client : hosting.clients) {
-                client->updatePing();
-                while (Packet* packet = client->pop()) Packet::destroy(packet);
-            }
+            drain(hosting.clients);
         }
         double wallNs = double(SDL_GetTicks() - start) * 1e6;
         state.SetIterationTime(wallNs / 1e9);
-        state.counters["worker_cpu_percent"] = 100.0 * (cpuNanoseconds(hosting.worker) - startCpu) / wallNs;
+        state.counters["worker_cpu_percent"] = 100.0 * (workerCpuNanoseconds() - startCpu) / wallNs;
     }
 }
 BENCHMARK(BM_SocketServerWorkerCpu)
@@ -91,8 +66,8 @@ BENCHMARK(BM_SocketServerWorkerCpu)
     ->UseManualTime()
     ->Unit(benchmark::kSecond);
 
-// From a packet queued on the main thread to its arrival at a client: the
-// worker must not sleep through it, however long it may wait.
+// The worker must not sleep through a packet queued on the main thread,
+// however long it may wait.
 void BM_SocketServerSendLatency(benchmark::State& state) {
     Hosting hosting(int(state.range(0)), 1);
     const char payload[56] = {};

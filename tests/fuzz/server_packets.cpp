@@ -3,17 +3,13 @@
 // folder, and its world still runs afterwards. Each frame of the input comes
 // from the client slot named by the byte before it (-1 to 65, both ends
 // outside the table of 64).
-#include <cstddef>
-#include <cstdint>
-
 #include "../support/HostedWorld.h"
-#include "PacketStream.h"
+#include "FuzzSupport.h"
 #include "network/Server.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     static const bool ready = prepareGameContent();
     if (!ready) return 0;
-
     HostedWorld world;
     Network::Server server;
     server.initWithoutSocket(world.rules, world.arena);

@@ -1,12 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <vector>
 
 #include "gameplay/Arena.h"
 #include "gameplay/Character.h"
 #include "gameplay/Deathmatch.h"
-
-namespace {
 
 using GameModes::Deathmatch;
 
@@ -15,7 +14,6 @@ using GameModes::Deathmatch;
 class DeathmatchLimitsTest : public ::testing::Test {
 protected:
     void start(int32_t rounds, float seconds) {
-        mode.objectType = arena.objectType = OBJECT_SERVER;
         mode.init();
         mode.arena = &arena;
         mode.roundLimit = rounds;
@@ -23,19 +21,18 @@ protected:
         for (int i = 0; i < 2; ++i) {
             fighters[i].id = 10 + i;
             fighters[i].maxHp = fighters[i].hp = 100.0f;
-            fighters[i].lungCapacity = 50.0f;
             fighters[i].state = 0;
             mode.addCharacter(&fighters[i]);
         }
         mode.start();
     }
     bool roundOn() const { return mode.checkTimer >= 0.0f; }
-    // The fighter falls; the round ends at the next look, and the pause is
-    // run out unless the match is over.
+    // Fighter 0 or 1 falls, or both for -1; the round ends at the next look,
+    // and the pause is run out unless the match is over.
     void lose(int fighter) {
-        fighters[fighter].hp = -1.0f;
-        for (int i = 0; i < 3; ++i) mode.update(0.25f);
-        for (int i = 0; i < 9 && !mode.matchOver; ++i) mode.update(0.25f);
+        for (int i = 0; i < 2; ++i)
+            if (fighter < 0 || fighter == i) fighters[i].hp = -1.0f;
+        for (int i = 0; i < 12 && !(mode.matchOver && !roundOn()); ++i) mode.update(0.25f);
     }
 
     Arena arena;
@@ -44,19 +41,15 @@ protected:
 };
 
 TEST_F(DeathmatchLimitsTest, ARoundEndsExactlyWhenItsTimeIsUpTheHealthiestWinningAndItsClockStartsAgain) {
-    const struct {
-        float hp0, hp1;
-        int32_t winner;
-    } cases[] = {{80.0f, 30.0f, 10}, {20.0f, 60.0f, 11}, {50.0f, 50.0f, Deathmatch::NO_WINNER}};
-    for (const auto& c : cases) {
+    for (const auto& [hp0, hp1, winner] : {std::tuple{80.0f, 30.0f, 10}, {20.0f, 60.0f, 11}, {50.0f, 50.0f, -1}}) {
         start(0, 1.0f);
-        fighters[0].hp = c.hp0;
-        fighters[1].hp = c.hp1;
+        fighters[0].hp = hp0;
+        fighters[1].hp = hp1;
         for (float dt : {0.5f, 0.25f, 0.125f, 0.0625f, 0.03125f}) mode.update(dt);
         EXPECT_TRUE(roundOn());  // 0.96875 s
         mode.update(0.03125f);
         EXPECT_FALSE(roundOn());
-        EXPECT_EQ(mode.roundWinners, std::vector<int32_t>{c.winner});
+        EXPECT_EQ(mode.roundWinners, std::vector<int32_t>{winner});
         EXPECT_TRUE(fighters[0].state & Character::DISABLED);
     }
     start(0, 1.0f);
@@ -69,30 +62,19 @@ TEST_F(DeathmatchLimitsTest, TheMatchEndsAtItsLastRoundWithTheMostRoundsWonAndNo
     const struct {
         int32_t limit;
         std::vector<int> losers;  // who falls in each round
-        int32_t winner;
-    } cases[] = {{1, {1}, 10}, {3, {0, 1, 0}, 11}, {2, {0, 1}, Deathmatch::NO_WINNER}};
+        int32_t winner;           // of the match; -2 while it goes on
+    } cases[] = {{1, {1}, 10}, {3, {0, 1, 0}, 11}, {2, {0, 1}, Deathmatch::NO_WINNER}, {0, {-1, 1, 1}, -2}};
     for (const auto& c : cases) {
         start(c.limit, 0.0f);
         for (int loser : c.losers) {
             EXPECT_FALSE(mode.matchOver);
             lose(loser);
         }
-        EXPECT_TRUE(mode.matchOver);
-        EXPECT_EQ(mode.matchWinner, c.winner);
+        EXPECT_EQ(mode.matchOver, c.winner != -2);
         for (int i = 0; i < 20; ++i) mode.update(0.25f);
-        EXPECT_FALSE(roundOn());
+        EXPECT_EQ(mode.matchOver ? mode.matchWinner : -2, c.winner);
+        EXPECT_EQ(roundOn(), !mode.matchOver);
         EXPECT_EQ(mode.roundWinners.size(), c.losers.size());
     }
+    EXPECT_EQ(mode.roundWinners, (std::vector<int32_t>{Deathmatch::NO_WINNER, 10, 10}));  // both fell: a draw
 }
-
-TEST_F(DeathmatchLimitsTest, WithoutLimitsRoundsGoOnAndADoubleDeathIsADraw) {
-    start(0, 0.0f);
-    for (int i = 0; i < 400; ++i) mode.update(0.25f);
-    EXPECT_TRUE(roundOn());
-    fighters[0].hp = 0.0f;
-    for (int round = 0; round < 3; ++round) lose(1);
-    EXPECT_FALSE(mode.matchOver);
-    EXPECT_EQ(mode.roundWinners, (std::vector<int32_t>{Deathmatch::NO_WINNER, 10, 10}));
-}
-
-}  // namespace

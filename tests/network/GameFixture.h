@@ -1,8 +1,7 @@
 #pragma once
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <climits>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
@@ -24,16 +23,15 @@ class GameTest : public NetworkTest {
 protected:
     void SetUp() override {
         NetworkTest::SetUp();
-        ASSERT_NE(getcwd(previous, sizeof previous), nullptr);
-        ASSERT_EQ(chdir(KORVANE_SOURCE_DIR "/data"), 0);
+        std::filesystem::current_path(KORVANE_SOURCE_DIR "/data");
     }
     void TearDown() override {
-        // Clients first: they leave a server that still listens.
+        // Clients first: they leave a server that still listens. A main
+        // client's sounds stay cached until Sound::clear.
         clients.clear();
         server.reset();
-        // A main client's sounds stay cached until then.
         Sound::clear();
-        EXPECT_EQ(chdir(previous), 0);
+        std::filesystem::current_path(previous);
         NetworkTest::TearDown();
     }
 
@@ -44,21 +42,19 @@ protected:
         ASSERT_TRUE(server->init(world.rules, world.arena, port));
         ASSERT_TRUE(world.loaded);
     }
-
     // A client of the default fighter that tries to connect on its first update.
     Network::Client& join(int port, int mode, Controller* pad = nullptr) {
-        auto client = std::make_unique<Network::Client>();
-        client->mode = mode;
-        client->init("127.0.0.1", port);
+        clients.push_back(std::make_unique<Network::Client>());
+        Network::Client& client = *clients.back();
+        client.mode = mode;
+        client.init("127.0.0.1", port);
         auto* fighter = new Character();
         fighter->objectType = OBJECT_SERVER;
         fighter->path = FIGHTER;
-        client->setCharacter(fighter);
-        if (pad) client->setController(pad);
-        clients.push_back(std::move(client));
-        return *clients.back();
+        client.setCharacter(fighter);
+        if (pad) client.setController(pad);
+        return client;
     }
-
     // Frames of the server and every client, the clients with their own
     // frame time, until `done` holds; false if it never does.
     bool runUntil(const std::function<bool()>& done, float clientDt = FRAME) {
@@ -70,7 +66,7 @@ protected:
     }
     bool allInGame() {
         for (auto& client : clients)
-            if (client->gameState != 1 || client->id < 0 || !isLoaded(*client, client->id)) return false;
+            if (client->gameState != 1 || !isLoaded(*client, client->id)) return false;
         return true;
     }
     static bool isLoaded(Network::Client& client, int slot) {
@@ -82,5 +78,5 @@ protected:
     std::vector<std::unique_ptr<Network::Client>> clients;
 
 private:
-    char previous[PATH_MAX];
+    const std::filesystem::path previous = std::filesystem::current_path();
 };

@@ -1,13 +1,14 @@
 #pragma once
-#include <SDL/SDL.h>
 #include <SDL/SDL_net.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 
 #include <atomic>
+#include <cerrno>
 #include <string>
 
 #include "network/Packet.h"
-#include "resources/LittleEndian.h"
+#include "network/SocketDescriptor.h"
 #include "shell/Log.h"
 
 // Generous, for a busy machine; a passing test never waits for all of it.
@@ -18,11 +19,13 @@ bool waitFor(Condition condition, uint32_t timeoutMs = 20000) {
     return true;
 }
 
-inline std::string littleEndian(uint32_t value) {
-    uint8_t bytes[4];
-    LittleEndian::writeU32(bytes, value);
-    return std::string(reinterpret_cast<char*>(bytes), 4);
+// Whether the log holds `line`; the whole log is shown when it doesn't.
+inline ::testing::AssertionResult logged(const std::string& log, const std::string& line) {
+    if (log.find(line) != std::string::npos) return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << "no \"" << line << "\" in:\n" << log;
 }
+
+inline std::string littleEndian(uint32_t value) { return {char(value), char(value >> 8), char(value >> 16), char(value >> 24)}; }
 inline std::string header(int32_t type, int32_t size) { return littleEndian(uint32_t(type)) + littleEndian(uint32_t(size)); }
 inline std::string frame(int32_t type, const std::string& payload) {
     return header(type, int32_t(payload.size())) + payload;
@@ -50,16 +53,14 @@ protected:
     void TearDown() override { SDLNet_Quit(); }
 };
 
-// A bare TCP peer that writes exact bytes and reads exactly what comes.
+// A bare TCP peer that writes exact bytes and reads exactly what comes;
+// each read waits at most 20 s for more.
 class RawPeer {
 public:
     RawPeer() = default;
     RawPeer(const RawPeer&) = delete;
     RawPeer& operator=(const RawPeer&) = delete;
-    ~RawPeer() {
-        close();
-        SDLNet_FreeSocketSet(set);
-    }
+    ~RawPeer() { close(); }
 
     bool connect(uint16_t port) {
         IPaddress address;
@@ -76,29 +77,21 @@ public:
     }
     // Exactly `count` bytes, or fewer when the connection ends or time runs out.
     std::string read(size_t count) {
-        std::string bytes;
-        char chunk[65536];
-        waitFor([&] {
-            while (bytes.size() < count && SDLNet_CheckSockets(set, 0) > 0) {
-                int got = SDLNet_TCP_Recv(socket, chunk, int(std::min(count - bytes.size(), sizeof chunk)));
-                if (got <= 0) return true;
-                bytes.append(chunk, size_t(got));
-            }
-            return bytes.size() == count;
-        });
+        std::string bytes(count, '\0');
+        size_t got = 0;
+        for (int n = 0; got < count && (n = SDLNet_TCP_Recv(socket, &bytes[got], int(count - got))) > 0;) got += size_t(n);
+        bytes.resize(got);
         return bytes;
     }
     // True once the other side has ended the connection; what came before is skipped.
     bool closedByPeer() {
         char chunk[65536];
-        return waitFor([&] {
-            while (SDLNet_CheckSockets(set, 0) > 0)
-                if (SDLNet_TCP_Recv(socket, chunk, sizeof chunk) <= 0) return true;
-            return false;
-        });
+        int got = 0;
+        while ((got = SDLNet_TCP_Recv(socket, chunk, sizeof chunk)) > 0) {
+        }
+        return got == 0 || errno == ECONNRESET;
     }
     void close() {
-        if (socket) SDLNet_TCP_DelSocket(set, socket);
         if (socket) SDLNet_TCP_Close(socket);
         socket = nullptr;
     }
@@ -107,9 +100,9 @@ private:
     bool adopt(TCPsocket opened) {
         close();
         socket = opened;
-        return socket && SDLNet_TCP_AddSocket(set, socket) == 1;
+        const timeval patience{20, 0};
+        return socket && setsockopt(socketDescriptor(socket), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience) == 0;
     }
 
-    SDLNet_SocketSet set = SDLNet_AllocSocketSet(1);
     TCPsocket socket = nullptr;
 };
