@@ -48,7 +48,10 @@ void Client::update(float dt) {
     }
     socket.updatePing();
     // One packet per frame: a burst is worked off in order, frame by frame.
-    if (Packet* packet = socket.pop()) parse(packet);
+    if (Packet* packet = socket.pop()) {
+        if (onPacket) onPacket(*packet);
+        parse(packet);
+    }
     simulate(dt);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -84,6 +85,9 @@ public:
     int32_t port = 0;
     int32_t reconnects = 0;  // failed attempts in a row
     int32_t mode = MODE_MAIN;
+    // Shown each packet from the server just before update parses it; for
+    // tools that measure the traffic.
+    std::function<void(const Packet&)> onPacket;
 
 private:
     void connect(float dt);
