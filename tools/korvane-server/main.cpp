@@ -1,0 +1,118 @@
+// The game's dedicated server: a deathmatch hosted on a machine without a
+// screen or a sound device, for as long as it runs.
+//
+//   korvane-server [--arena arena/SCRIPT] [--bots 0-63] [--status SECONDS] [--port PORT]
+//
+// It reads "data.ini" and appends to "log.txt" in its working directory, as
+// the game does; status lines go to standard output. Bots are clients of its own over the
+// loopback. SIGINT or SIGTERM ends it in order, with exit code 0.
+#include <SDL/SDL.h>
+#include <SDL/SDL_net.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+
+#include "ServerOptions.h"
+#include "ServerStatus.h"
+#include "network/LocalGame.h"
+#include "resources/Database.h"
+#include "resources/Resource.h"
+#include "shell/FramePacer.h"
+#include "shell/Log.h"
+
+namespace {
+
+const char* const LOG_FILE = "log.txt";
+const int EXIT_NO_DATA = 185;
+const int EXIT_NO_PORT = 1;
+const int EXIT_USAGE = 2;
+// A server frame as often as a game in a window draws one.
+const double FRAMES_PER_SECOND = 60.0;
+
+volatile sig_atomic_t stopSignal = 0;
+
+void onStopSignal(int signal) { stopSignal = signal; }
+
+void catchStopSignals() {
+    struct sigaction action {};
+    action.sa_handler = onStopSignal;
+    sigemptyset(&action.sa_mask);
+    sigaction(SIGINT, &action, nullptr);
+    sigaction(SIGTERM, &action, nullptr);
+}
+
+// Frames until a stop signal comes.
+void serve(Network::LocalGame& game, ServerStatus& status) {
+    FramePacer pacer(FRAMES_PER_SECOND);
+    while (!stopSignal) {
+        float dt = pacer.next();
+        auto start = std::chrono::steady_clock::now();
+        game.update(dt);
+        status.frameDone(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+    }
+    Log::info("main: Sygnal %d, zatrzymywanie serwera", int(stopSignal));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    ServerOptions options;
+    if (!options.parse(argc, argv)) {
+        fputs(ServerOptions::usage(), stderr);
+        return EXIT_USAGE;
+    }
+    // Status lines keep standard output; the log takes it over, as in the game.
+    FILE* out = fdopen(dup(fileno(stdout)), "w");
+    if (!out || !freopen(LOG_FILE, "a", stdout)) {
+        fprintf(stderr, "korvane-server: cannot write %s here\n", LOG_FILE);
+        return 1;
+    }
+    catchStopSignals();
+    Log::setFlags(15);
+    // The transport's worker logs too; lines must never interleave.
+    Log::createLock();
+    Log::info("Start");
+    Log::info("Build %s %s", __DATE__, __TIME__);
+    unsigned seed = static_cast<unsigned>(time(nullptr));
+    srand(seed);
+    Log::debug("Seed: 0x%08X", seed);
+    if (!Resource::open("data.ini")) {
+        fprintf(stderr, "korvane-server: no data.ini here; run it in the game's directory\n");
+        return EXIT_NO_DATA;
+    }
+    // The clock of the pings; no window, no sound device.
+    SDL_Init(SDL_INIT_NOPARACHUTE);
+    if (SDLNet_Init() != 0) Log::fail("init: Nie udalo sie wystartowac sieci");
+
+    int code = 0;
+    {
+        Network::LocalGame game(options.port);
+        for (int i = 0; i < options.bots; ++i) game.addBot();
+        if (game.open(options.arena)) {
+            Log::info("main: init %ums", SDL_GetTicks());
+            fprintf(out, "korvane-server: port %d, arena %s, %d bots\n", options.port, options.arena.c_str(),
+                    options.bots);
+            fflush(out);
+            ServerStatus status(game.server, options.statusSeconds, out);
+            serve(game, status);
+        } else {
+            fprintf(stderr, "korvane-server: port %d cannot be opened (see %s)\n", options.port, LOG_FILE);
+            code = EXIT_NO_PORT;
+        }
+        // The server says goodbye to its clients, then the bots leave.
+        game.clear();
+    }
+    Database::clearAll();
+    SDLNet_Quit();
+    SDL_Quit();
+    Resource::clear();
+    Log::info("Stop");
+    Log::close();
+    Log::destroyLock();
+    fclose(out);
+    return code;
+}
