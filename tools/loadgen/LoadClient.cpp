@@ -1,7 +1,5 @@
 #include "LoadClient.h"
 
-#include <algorithm>
-
 #include "gameplay/Character.h"
 #include "network/Payload.h"
 
@@ -16,11 +14,12 @@ LoadClient::LoadClient(const std::string& host, int port) {
     client.onPacket = [this](const Packet& packet) { count(packet); };
 }
 
-void LoadClient::update(float dt) {
+void LoadClient::update(float dt, double now) {
+    frameTime = now;
     client.update(dt);
-    bool now = client.socket.isConnected();
-    if (now && !connected) ++connections;
-    connected = now;
+    bool isConnected = client.socket.isConnected();
+    if (isConnected && !connected) ++connections;
+    connected = isConnected;
     if (joined()) hasJoined = true;
 }
 
@@ -29,34 +28,38 @@ bool LoadClient::joined() const {
     return !client.players[size_t(client.id)]->character->path.empty();
 }
 
-void LoadClient::openTally(double now) {
-    counting = true;
-    openedAt = now;
-    fighterSnapshots.clear();
-    snapshotBytes = 0;
-}
-
-LoadClient::Tally LoadClient::closeTally(double now) {
+LoadClient::Tally LoadClient::closeTally() {
     counting = false;
     Tally tally;
-    tally.seconds = now - openedAt;
-    tally.players = int(fighterSnapshots.size());
-    tally.snapshotBytes = snapshotBytes;
-    tally.smallestShare = fighterSnapshots.empty() ? 0 : INT32_MAX;
-    for (const auto& player : fighterSnapshots) {
-        tally.fighterSnapshots += uint64_t(player.second);
-        tally.smallestShare = std::min(tally.smallestShare, player.second);
+    int fighterPackets = 0;
+    double fighterSeconds = 0.0;
+    for (const auto& entry : streams) {
+        const Stream& stream = entry.second;
+        if (entry.first.first == CHARACTER_STATE) ++tally.players;
+        if (stream.packets < 2 || stream.last <= stream.first) continue;
+        double seconds = stream.last - stream.first;
+        double hz = (stream.packets - 1) / seconds;
+        tally.bytesPerSecond += hz * double(stream.bytes) / stream.packets;
+        if (entry.first.first != CHARACTER_STATE) continue;
+        fighterPackets += stream.packets - 1;
+        fighterSeconds += seconds;
     }
+    tally.fighterHz = fighterSeconds > 0 ? fighterPackets / fighterSeconds : 0.0;
+    streams.clear();
     return tally;
 }
 
 void LoadClient::count(const Packet& packet) {
     if (!counting) return;
-    const uint64_t frame = Packet::HEADER_SIZE + uint64_t(packet.size);
-    if (packet.type == ARENA_STATE || packet.type == GAMEMODE_STATE) snapshotBytes += frame;
-    if (packet.type != CHARACTER_STATE) return;
-    snapshotBytes += frame;
-    int32_t slot = 0;
-    Payload::Reader in(&packet);
-    if (in.readI32(&slot)) ++fighterSnapshots[slot];
+    std::pair<int32_t, int32_t> key{packet.type, 0};
+    if (packet.type == CHARACTER_STATE) {
+        Payload::Reader in(&packet);
+        if (!in.readI32(&key.second)) return;
+    } else if (packet.type != ARENA_STATE && packet.type != GAMEMODE_STATE) {
+        return;
+    }
+    Stream& stream = streams[key];
+    if (stream.packets++ == 0) stream.first = frameTime;
+    stream.last = frameTime;
+    stream.bytes += Packet::HEADER_SIZE + uint64_t(packet.size);
 }

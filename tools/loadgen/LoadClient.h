@@ -6,19 +6,20 @@
 #include "network/Client.h"
 
 // One bot of a load: a game client in bot mode, as a hosting machine makes
-// them, and a tally of what the server sent it while the tally is open.
+// them, and a tally of the snapshots the server sent it while the tally is
+// open.
 class LoadClient {
 public:
-    // What the snapshots of one client came to over the window.
+    // Rates come from the spacing of arrivals within each stream of
+    // snapshots (one per fighter, the arena's, the rules'), not from a count
+    // over the window, whose edges would cut off a snapshot of some players
+    // and not of others.
     struct Tally {
-        double seconds = 0.0;
-        int players = 0;              // fighters whose snapshots arrived
-        uint64_t fighterSnapshots = 0;  // CHARACTER_STATE packets
-        uint64_t snapshotBytes = 0;     // frames of the three snapshot types, headers included
-        int smallestShare = 0;          // fewest snapshots of one player
+        int players = 0;         // fighters whose snapshots arrived
+        double fighterHz = 0.0;  // snapshots of one fighter per second, over all fighters
+        double bytesPerSecond = 0.0;
 
-        double rateHz() const { return players > 0 && seconds > 0 ? fighterSnapshots / (players * seconds) : 0.0; }
-        double bytesPerQuarter() const { return seconds > 0 ? snapshotBytes / (4.0 * seconds) : 0.0; }
+        double bytesPerQuarter() const { return bytesPerSecond / 4.0; }
         // What the protocol sends per quarter second: a snapshot of every
         // fighter, 64 bytes each, and this player's arena and rules, 12 and 16.
         double expectedBytesPerQuarter() const { return 64.0 * players + 28.0; }
@@ -28,11 +29,12 @@ public:
     LoadClient(const LoadClient&) = delete;
     LoadClient& operator=(const LoadClient&) = delete;
 
-    void update(float dt);
+    // One frame; `now` is the run's clock in seconds.
+    void update(float dt, double now);
     // In the game with its own fighter loaded.
     bool joined() const;
-    void openTally(double now);
-    Tally closeTally(double now);
+    void openTally() { counting = true; }
+    Tally closeTally();
 
     int id() const { return client.id; }
     int ping() const { return client.socket.ping; }
@@ -41,13 +43,19 @@ public:
     bool everJoined() const { return hasJoined; }
 
 private:
+    struct Stream {
+        int packets = 0;
+        uint64_t bytes = 0;
+        double first = 0.0;
+        double last = 0.0;
+    };
     void count(const Packet& packet);
 
     Network::Client client;
     bool counting = false;
-    double openedAt = 0.0;
-    std::map<int32_t, int> fighterSnapshots;  // by player id
-    uint64_t snapshotBytes = 0;
+    double frameTime = 0.0;
+    // Keyed by packet type, and for fighters by type and id.
+    std::map<std::pair<int32_t, int32_t>, Stream> streams;
     int connections = 0;
     bool connected = false;
     bool hasJoined = false;

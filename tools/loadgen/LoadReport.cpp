@@ -18,13 +18,13 @@ bool LoadReport::print(FILE* out) const {
         const Row& row = rows[i];
         const LoadClient::Tally& tally = row.tally;
         fprintf(out, "%6zu %6s %4d %7d %8.3f %12.1f %9.0f %10d %7d\n", i, row.joined ? "yes" : "no", row.id,
-                tally.players, tally.rateHz(), tally.bytesPerQuarter(), tally.expectedBytesPerQuarter(),
+                tally.players, tally.fighterHz, tally.bytesPerQuarter(), tally.expectedBytesPerQuarter(),
                 row.reconnects, row.ping);
         joined += row.joined ? 1 : 0;
         reconnects += row.reconnects;
         worstPing = std::max(worstPing, row.ping);
-        lowRate = std::min(lowRate, tally.rateHz());
-        highRate = std::max(highRate, tally.rateHz());
+        lowRate = std::min(lowRate, tally.fighterHz);
+        highRate = std::max(highRate, tally.fighterHz);
         lowBytes = std::min(lowBytes, tally.bytesPerQuarter() / tally.expectedBytesPerQuarter());
         highBytes = std::max(highBytes, tally.bytesPerQuarter() / tally.expectedBytesPerQuarter());
     }
@@ -41,8 +41,8 @@ bool LoadReport::print(FILE* out) const {
             passed = false;
             continue;
         }
-        if (!within(row.tally.rateHz(), EXPECTED_HZ)) {
-            fprintf(out, "FAIL: client %zu gets %.3f snapshots per player per second\n", i, row.tally.rateHz());
+        if (!within(row.tally.fighterHz, EXPECTED_HZ)) {
+            fprintf(out, "FAIL: client %zu gets %.3f snapshots per player per second\n", i, row.tally.fighterHz);
             passed = false;
         }
         if (!within(row.tally.bytesPerQuarter(), row.tally.expectedBytesPerQuarter())) {

@@ -99,24 +99,25 @@ LoadReport play(const Options& options) {
     bool open = false;
     FramePacer pacer(FRAMES_PER_SECOND);
     const auto start = std::chrono::steady_clock::now();
-    for (double now = 0; now < options.seconds; now = secondsSince(start)) {
+    for (;;) {
         float dt = pacer.next();
+        double now = secondsSince(start);
+        if (now >= options.seconds) break;
         bool everyoneIn = true;
         for (auto& client : clients) {
-            client->update(dt);
+            client->update(dt, now);
             everyoneIn = everyoneIn && client->joined();
         }
         if (!open && everyoneIn && now + SETTLE_SECONDS < opensAt) opensAt = now + SETTLE_SECONDS;
         if (!open && now >= opensAt) {
             open = true;
-            for (auto& client : clients) client->openTally(now);
+            for (auto& client : clients) client->openTally();
         }
     }
     LoadReport report;
-    const double end = secondsSince(start);
     for (auto& client : clients)
-        report.rows.push_back({client->everJoined(), client->id(), client->reconnects(), client->ping(),
-                               client->closeTally(end)});
+        report.rows.push_back(
+            {client->everJoined(), client->id(), client->reconnects(), client->ping(), client->closeTally()});
     return report;
 }
 
