@@ -60,6 +60,7 @@ public:
 private:
     static int workerMain(void* self);
     void pass();
+    void flushOutput();
     void wakeWorker();
     void waitForSockets();
     void updateJoin();

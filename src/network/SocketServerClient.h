@@ -1,4 +1,6 @@
 #pragma once
+#include <deque>
+
 #include "network/FrameReader.h"
 #include "network/PacketQueue.h"
 #include "network/SocketServer.h"
@@ -11,9 +13,11 @@ struct SocketServer::Client {
         : socket(socket), descriptor(descriptor), id(id), pingTime(now) {}
     Client(const Client&) = delete;
     Client& operator=(const Client&) = delete;
-    ~Client() { Packet::destroy(sending); }
+    ~Client() {
+        for (Packet* packet : writing) Packet::destroy(packet);
+    }
 
-    bool hasOutput() const { return sending || !out.empty(); }
+    bool hasOutput() const { return !writing.empty() || !out.empty(); }
 
     TCPsocket socket;
     int descriptor;
@@ -27,8 +31,9 @@ struct SocketServer::Client {
     bool readEnded = false;
     PacketQueue in;
     PacketQueue out{SocketServer::MAX_QUEUED};
-    // The frame being written and how many of its bytes have gone.
-    Packet* sending = nullptr;
+    // The frames taken from `out` for the socket, and how many bytes of the
+    // first have gone.
+    std::deque<Packet*> writing;
     uint32_t sent = 0;
 };
 

@@ -3,6 +3,7 @@
 #include <sys/uio.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <new>
 
@@ -18,6 +19,8 @@ const uint32_t PING_INTERVAL = 7500;
 const uint32_t PINGS_MISSED_LIMIT = 3;
 // The wait set holds the listener, the doorbell, then the clients.
 const size_t FIRST_CLIENT = 2;
+// Frames written to one client in one call.
+const size_t MAX_GATHER = 64;
 
 bool wouldBlock() { return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR; }
 
@@ -26,7 +29,20 @@ bool wouldBlock() { return errno == EAGAIN || errno == EWOULDBLOCK || errno == E
 int SocketServer::workerMain(void* self) {
     SocketServer* server = static_cast<SocketServer*>(self);
     while (server->isRunning()) server->pass();
+    server->flushOutput();
     return 0;
+}
+
+// What was queued before the stop, such as the server's goodbye, goes out as
+// far as the sockets take it now; the sockets close with the server.
+void SocketServer::flushOutput() {
+    const int MAX_ROUNDS = 16;
+    for (size_t id = 0; id < clients.size(); ++id) {
+        MutexHold hold(mutex);
+        Client* client = clients[id];
+        for (int round = 0; round < MAX_ROUNDS && client && clients[id] == client && client->hasOutput(); ++round)
+            updateClientOut(client);
+    }
 }
 
 void SocketServer::pass() {
@@ -175,25 +191,33 @@ void SocketServer::deliver(Client* client, Packet* packet) {
     if (!queueOut(client, packet)) removeClient(client);
 }
 
-// Writes what the socket takes of one frame now; the rest of it goes on a
-// later pass, so a client that reads slowly holds up nobody.
+// Writes what the socket takes now of the frames waiting, up to
+// MAX_GATHER of them in one system call; the rest goes on a later pass, so a
+// client that reads slowly holds up nobody, and a busy one costs a call a
+// pass, not a call a frame.
 void SocketServer::updateClientOut(Client* client) {
-    if (!client->sending) {
-        client->sending = client->out.pop();
-        client->sent = 0;
+    while (client->writing.size() < MAX_GATHER) {
+        Packet* next = client->out.pop();
+        if (!next) break;
+        client->writing.push_back(next);
     }
-    Packet* packet = client->sending;
-    uint8_t header[Packet::HEADER_SIZE];
-    LittleEndian::writeI32(header, packet->type);
-    LittleEndian::writeU32(header + 4, packet->size);
-    iovec parts[2];
+    uint8_t headers[MAX_GATHER][Packet::HEADER_SIZE];
+    iovec parts[2 * MAX_GATHER];
     size_t partCount = 0;
-    if (client->sent < Packet::HEADER_SIZE) {
-        parts[partCount++] = iovec{header + client->sent, Packet::HEADER_SIZE - client->sent};
+    for (size_t i = 0; i < client->writing.size(); ++i) {
+        Packet* packet = client->writing[i];
+        LittleEndian::writeI32(headers[i], packet->type);
+        LittleEndian::writeU32(headers[i] + 4, packet->size);
+        parts[partCount++] = iovec{headers[i], Packet::HEADER_SIZE};
         parts[partCount++] = iovec{packet->payload(), packet->size};
-    } else {
-        uint32_t payloadSent = client->sent - Packet::HEADER_SIZE;
-        parts[partCount++] = iovec{packet->payload() + payloadSent, packet->size - payloadSent};
+    }
+    // The first frame goes on from where an earlier pass left it.
+    uint32_t skip = client->sent;
+    for (size_t i = 0; i < 2 && skip > 0; ++i) {
+        size_t part = std::min<size_t>(skip, parts[i].iov_len);
+        parts[i].iov_base = static_cast<uint8_t*>(parts[i].iov_base) + part;
+        parts[i].iov_len -= part;
+        skip -= uint32_t(part);
     }
     msghdr message{};
     message.msg_iov = parts;
@@ -206,8 +230,14 @@ void SocketServer::updateClientOut(Client* client) {
         return;
     }
     bytesOut += uint64_t(written);
-    client->sent += uint32_t(written);
-    if (client->sent < Packet::HEADER_SIZE + packet->size) return;
-    Packet::destroy(packet);
-    client->sending = nullptr;
+    uint64_t left = uint64_t(written) + client->sent;
+    while (!client->writing.empty()) {
+        Packet* packet = client->writing.front();
+        uint64_t frame = Packet::HEADER_SIZE + uint64_t(packet->size);
+        if (left < frame) break;
+        left -= frame;
+        Packet::destroy(packet);
+        client->writing.pop_front();
+    }
+    client->sent = uint32_t(left);
 }
