@@ -32,6 +32,7 @@ bool LoadReport::print(FILE* out) const {
     fprintf(out, "all: joined %d/%zu, rate %.3f..%.3f Hz per player (expected %.1f), bytes per quarter second "
                  "%.3f..%.3f of 64 x N + 28, reconnects %d, ping up to %d ms\n",
             joined, rows.size(), lowRate, highRate, EXPECTED_HZ, lowBytes, highBytes, reconnects, worstPing);
+    fprintf(out, "loadgen frame: median %.3f ms, p99 %.3f ms\n", frameMedian * 1e3, frameP99 * 1e3);
 
     bool passed = true;
     for (size_t i = 0; i < rows.size(); ++i) {

@@ -23,4 +23,7 @@ struct LoadReport {
     bool print(FILE* out) const;
 
     std::vector<Row> rows;
+    // Seconds the load generator's own frames took while it counted.
+    double frameMedian = 0.0;
+    double frameP99 = 0.0;
 };

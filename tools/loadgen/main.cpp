@@ -23,6 +23,7 @@
 #include "network/Packet.h"
 #include "resources/Resource.h"
 #include "shell/FramePacer.h"
+#include "shell/FrameStats.h"
 #include "shell/Log.h"
 
 namespace {
@@ -31,8 +32,8 @@ const char* const LOG_FILE = "loadgen.log";
 const int MAX_CLIENTS = 64;
 // Clients run at the frame rate of a game in a window.
 const double FRAMES_PER_SECOND = 60.0;
-// After the last client has joined, the traffic settles before it is counted.
-const double SETTLE_SECONDS = 0.5;
+// How long frames must keep pace, everybody in, before the traffic is counted.
+const double SETTLE_SECONDS = 1.0;
 
 struct Options {
     std::string host = "127.0.0.1";
@@ -94,9 +95,13 @@ LoadReport play(const Options& options) {
     std::vector<std::unique_ptr<LoadClient>> clients;
     for (int i = 0; i < options.clients; ++i)
         clients.push_back(std::make_unique<LoadClient>(options.host, options.port));
-    // The tally opens once everybody is in, or halfway through if some never get in.
-    double opensAt = options.seconds / 2;
+    // The tally opens once everybody is in and every world has loaded every
+    // fighter, which shows as frames that keep pace again; or halfway
+    // through, if that never comes.
+    const double period = 1.0 / FRAMES_PER_SECOND;
+    double calmSince = -1.0;
     bool open = false;
+    FrameStats frames;
     FramePacer pacer(FRAMES_PER_SECOND);
     const auto start = std::chrono::steady_clock::now();
     for (;;) {
@@ -108,13 +113,24 @@ LoadReport play(const Options& options) {
             client->update(dt, now);
             everyoneIn = everyoneIn && client->joined();
         }
-        if (!open && everyoneIn && now + SETTLE_SECONDS < opensAt) opensAt = now + SETTLE_SECONDS;
-        if (!open && now >= opensAt) {
+        double work = secondsSince(start) - now;
+        if (open) {
+            frames.add(work);
+            continue;
+        }
+        if (!everyoneIn || work >= period)
+            calmSince = -1.0;
+        else if (calmSince < 0)
+            calmSince = now;
+        if ((calmSince >= 0 && now - calmSince >= SETTLE_SECONDS) || now >= options.seconds / 2) {
             open = true;
             for (auto& client : clients) client->openTally();
         }
     }
     LoadReport report;
+    // A load generator that cannot keep its own frame rate measures itself.
+    report.frameMedian = frames.median();
+    report.frameP99 = frames.p99();
     for (auto& client : clients)
         report.rows.push_back(
             {client->everJoined(), client->id(), client->reconnects(), client->ping(), client->closeTally()});
