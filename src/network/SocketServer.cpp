@@ -61,21 +61,25 @@ bool SocketServer::init(uint16_t port, int maxClients) {
     return true;
 }
 
-void SocketServer::send(int id, int type, uint32_t size, const void* data) {
-    {
-        MutexHold hold(mutex);
-        if (!clientAt(id)) return;
-    }
+void SocketServer::send(int id, int type, uint32_t size, const void* data) { send(&id, 1, type, size, data); }
+
+void SocketServer::send(const int* ids, size_t count, int type, uint32_t size, const void* data) {
+    if (count == 0) return;
+    // Made outside the lock, once for everybody.
     Packet* packet = Packet::create(type, size, data);
     if (!packet) return;
     MutexHold hold(mutex);
-    Client* client = clientAt(id);
-    if (!client)
-        Packet::destroy(packet);
-    else if (!queueOut(client, packet))
-        removeClient(client);
-    else
-        wakeWorker();
+    bool queued = false;
+    for (size_t i = 0; i < count; ++i) {
+        Client* client = clientAt(ids[i]);
+        if (!client) continue;
+        if (queueOut(client, Packet::share(packet)))
+            queued = true;
+        else
+            removeClient(client);
+    }
+    Packet::destroy(packet);
+    if (queued) wakeWorker();
 }
 
 // The worker takes the mutex for each client's whole step and never waits

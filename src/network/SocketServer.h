@@ -28,6 +28,9 @@ public:
     // does nothing, and a client whose queue would pass MAX_QUEUED is
     // dropped instead. Either thread.
     void send(int id, int type, uint32_t size, const void* data);
+    // The same for each of `count` ids, with one packet that all of them
+    // share and one hold of the mutex.
+    void send(const int* ids, size_t count, int type, uint32_t size, const void* data);
     // Removes a client; a free or unknown id is ignored. Main thread.
     void disconnect(int id);
     // Stops the worker and releases everything; also what destruction does.
