@@ -10,7 +10,6 @@
 #include <SDL/SDL_net.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -50,9 +49,9 @@ void serve(Network::LocalGame& game, ServerStatus& status) {
     FramePacer pacer(FRAMES_PER_SECOND);
     while (!stopSignal) {
         float dt = pacer.next();
-        auto start = std::chrono::steady_clock::now();
+        status.beginFrame();
         game.update(dt);
-        status.frameDone(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+        status.endFrame();
     }
     Log::info("main: Sygnal %d, zatrzymywanie serwera", int(stopSignal));
 }
