@@ -56,9 +56,12 @@ void Server::makePlayers() {
 
 void Server::tick(float dt) {
     if (!socket.isRunning()) return;
+    // What the frame sends goes out together once the frame is done.
+    socket.holdWakes();
     updateRecv();
     update(dt);
     updateEvents();
+    socket.releaseWakes();
 }
 
 void Server::clear() {

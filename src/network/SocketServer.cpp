@@ -99,6 +99,8 @@ void SocketServer::close() {
     if (wakeDescriptor >= 0) ::close(wakeDescriptor);
     wakeDescriptor = -1;
     wakeRung = false;
+    wakeHolds = 0;
+    wakeWanted = false;
     for (Client* client : clients)
         if (client) removeClient(client);
     clients.clear();
@@ -145,11 +147,30 @@ bool SocketServer::isRunning() {
 void SocketServer::stopRunning() {
     MutexHold hold(mutex);
     running = false;
-    wakeWorker();
+    ring();
+}
+
+void SocketServer::holdWakes() {
+    MutexHold hold(mutex);
+    ++wakeHolds;
+}
+
+void SocketServer::releaseWakes() {
+    MutexHold hold(mutex);
+    if (wakeHolds > 0 && --wakeHolds == 0 && wakeWanted) ring();
+}
+
+// Under the mutex: there is something for the worker to write.
+void SocketServer::wakeWorker() {
+    if (wakeHolds > 0)
+        wakeWanted = true;
+    else
+        ring();
 }
 
 // Under the mutex. One ring is enough until the worker has heard it.
-void SocketServer::wakeWorker() {
+void SocketServer::ring() {
+    wakeWanted = false;
     if (wakeRung || wakeDescriptor < 0) return;
     uint64_t one = 1;
     wakeRung = write(wakeDescriptor, &one, sizeof one) == sizeof one;
