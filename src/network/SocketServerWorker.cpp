@@ -1,4 +1,6 @@
 // The worker thread of SocketServer: accepting, reading, writing, pinging.
+#include <pthread.h>
+#include <sched.h>
 #include <sys/socket.h>
 #include <sys/uio.h>
 #include <unistd.h>
@@ -27,6 +29,11 @@ bool wouldBlock() { return errno == EAGAIN || errno == EWOULDBLOCK || errno == E
 }  // namespace
 
 int SocketServer::workerMain(void* self) {
+    // Woken by the game's frame, the worker must not take the processor
+    // from it: as a batch thread it waits for a free core or for the frame
+    // to sleep. Where that is refused, it runs as it is.
+    sched_param batch{};
+    pthread_setschedparam(pthread_self(), SCHED_BATCH, &batch);
     SocketServer* server = static_cast<SocketServer*>(self);
     while (server->isRunning()) server->pass();
     server->flushOutput();
