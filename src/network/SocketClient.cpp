@@ -48,10 +48,14 @@ bool SocketClient::init(const std::string& host, uint16_t port) {
 }
 
 void SocketClient::close() {
+    closeSocket();
+    in.clear();
+}
+
+void SocketClient::closeSocket() {
     if (socket) SDLNet_TCP_Close(socket);
     socket = nullptr;
     descriptor = -1;
-    in.clear();
     reader.reset();
     inboxStart = inboxEnd = 0;
 }
@@ -85,7 +89,9 @@ bool SocketClient::updateRecv() {
         return !drained;
     case FrameReader::LOST:
         Log::fail("SocketClient.updateRecv: Rozlaczono");
-        close();
+        // What arrived whole before the end, such as a server's goodbye,
+        // is still there to be parsed.
+        closeSocket();
         return false;
     case FrameReader::REFUSED:
         close();

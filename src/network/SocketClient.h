@@ -47,6 +47,8 @@ private:
     // frame of a busy game costs a system call or two, not four a packet.
     static constexpr uint32_t INBOX_SIZE = 64u << 10;
 
+    // Ends the connection, keeping the packets that arrived whole.
+    void closeSocket();
     int receive(uint8_t* into, uint32_t count);
     void deliver(Packet* packet);
 
