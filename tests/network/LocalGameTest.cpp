@@ -53,6 +53,9 @@ TEST_F(LocalGameTest, APlayerAndTwoBotsFightOnTheHostAndATakenPortIsReportedUnti
     std::string log = logOf([&] { EXPECT_FALSE(second.open()); });
     EXPECT_NE(log.find("FAIL: Server.init: Nie udalo sie uruchomic socketa"), std::string::npos) << log;
     EXPECT_FALSE(second.isOpen());
+    // Its player doesn't wander into the game that holds the port.
+    for (int frame = 0; frame < 3; ++frame) second.update(FRAME);
+    EXPECT_FALSE(second.players.front()->socket.isConnected());
 
     // Once the first host has gone, the port can be hosted on again.
     game.reset();
