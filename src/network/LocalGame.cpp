@@ -50,11 +50,15 @@ void LocalGame::draw() {
 
 void LocalGame::clear() {
     server.clear();
-    // Each client leaves the server as it goes.
+    // Each client leaves the server as it goes, through connections that
+    // stand until the transport closes.
     for (std::vector<Client*>* clients : {&players, &bots}) {
         for (Client* client : *clients) delete client;
         clients->clear();
     }
+    // Remote players learn at once that the game is over, and the port is
+    // free for the next game.
+    server.socket.close();
 }
 
 }  // namespace Network

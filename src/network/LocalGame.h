@@ -41,7 +41,7 @@ public:
     void update(float dt);
     // The first player's world, if there is a player.
     void draw();
-    // Ends the server, then lets every client go.
+    // Ends the server, lets every client go and closes every connection.
     void clear();
     bool isOpen() { return server.socket.isRunning(); }
 
