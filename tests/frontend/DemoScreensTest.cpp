@@ -26,8 +26,6 @@ const float FRAME = 1.0f / 60.0f;
 
 class DemoScreensTest : public FrontendTest {
 protected:
-    static constexpr int PORT = 17310;
-
     void SetUp() override {
         FrontendTest::SetUp();
         ASSERT_EQ(SDLNet_Init(), 0);
@@ -39,17 +37,17 @@ protected:
                                            "join_ip_a=A\njoin_ip_b=B\njoin_ip_c=C\njoin_ip_d=D\njoin_exit=Leave\n"
                                            "join_players=Players\njoin_start=Connect\nexit=Quit\n"
                                            "[demo_game]\ndisconnected2=Lost\nport_taken=Taken\n");
-        start();
     }
     void TearDown() override {
         FrontendTest::TearDown();
         Sound::clear();  // a main client caches the server's sounds
         SDLNet_Quit();
     }
-    // The program as it starts: the menu first.
-    static void start() {
+    // The program as it starts: the menu first, hosting and joining on a
+    // port of the test's own.
+    static void start(int port) {
         auto* menu = new DemoMenu();
-        menu->port = PORT;
+        menu->port = port;
         Engine::push(menu);
         letGo();
     }
@@ -81,6 +79,7 @@ protected:
 };
 
 TEST_F(DemoScreensTest, TheMenuOpensOnItsRootOverItsPictureAndQuitEndsTheProgram) {
+    start(17310);
     EXPECT_EQ(shown(), "[Host]\nJoin\nQuit");
     // The picture fills the window to its far corner: dark purple, not the clear colour.
     Engine::draw();
@@ -96,6 +95,7 @@ TEST_F(DemoScreensTest, TheMenuOpensOnItsRootOverItsPictureAndQuitEndsTheProgram
 
 // Two players and eight bots are the most the menu gives, whatever is pressed.
 TEST_F(DemoScreensTest, HostingTheMostPlayersAndBotsFightsAndEscapeComesBackWithTheValuesKept) {
+    start(17311);
     press({SDLK_RETURN});
     EXPECT_EQ(shown(), "[Players: 1]\nBots: 0\nStart\nBack");
     pressTimes(SDLK_RIGHT, 2);
@@ -125,8 +125,9 @@ TEST_F(DemoScreensTest, HostingTheMostPlayersAndBotsFightsAndEscapeComesBackWith
 }
 
 TEST_F(DemoScreensTest, APortHeldElsewhereShowsItsNoticeAndNobodyPlaysUntilEscape) {
-    LocalGame holder(PORT);
+    LocalGame holder(17312);
     ASSERT_TRUE(holder.open());
+    start(17312);
     press({SDLK_RETURN, SDLK_DOWN, SDLK_DOWN, SDLK_RETURN});
     auto* hosting = top<DemoServer>();
     ASSERT_NE(hosting, nullptr);
@@ -140,9 +141,10 @@ TEST_F(DemoScreensTest, APortHeldElsewhereShowsItsNoticeAndNobodyPlaysUntilEscap
 TEST_F(DemoScreensTest, AJoinKeepsTheAddressAndTheNoticeStandsWhileTheHostIsAway) {
     Database::get(DemoMenu::SETTINGS)->setStr("other", "kept");
     ASSERT_TRUE(Database::get(DemoMenu::SETTINGS)->save(DemoMenu::SETTINGS));
-    LocalGame host(PORT);
+    LocalGame host(17313);
     host.addBot();
     ASSERT_TRUE(host.open());
+    start(17313);
 
     // A first start knows no address: 0.0.0.0.
     press({SDLK_DOWN, SDLK_RETURN, SDLK_RETURN});
@@ -186,7 +188,7 @@ TEST_F(DemoScreensTest, AJoinKeepsTheAddressAndTheNoticeStandsWhileTheHostIsAway
     Engine::clear();
     Database::clearAll();
     Engine::init();
-    start();
+    start(17313);
     press({SDLK_DOWN, SDLK_RETURN, SDLK_RETURN});
     EXPECT_EQ(shown(), "[A: 127]\nB: 0\nC: 0\nD: 1\nLeave");
 }
