@@ -1,8 +1,8 @@
 #include "network/LocalGame.h"
 
 #include "gameplay/Arena.h"
-#include "gameplay/Character.h"
 #include "gameplay/Deathmatch.h"
+#include "network/NewClient.h"
 
 namespace Network {
 
@@ -11,7 +11,7 @@ LocalGame::LocalGame(int32_t gamePort) : port(gamePort) {}
 LocalGame::~LocalGame() { clear(); }
 
 Client* LocalGame::addPlayer(Controller* controller, const std::string& fighterScript) {
-    Client* client = join(Client::MODE_MAIN, fighterScript);
+    Client* client = newClient(Client::MODE_MAIN, LOOPBACK, port, fighterScript);
     client->setController(controller);
     players.push_back(client);
     return client;
@@ -19,20 +19,8 @@ Client* LocalGame::addPlayer(Controller* controller, const std::string& fighterS
 
 Client* LocalGame::addBot(const std::string& fighterScript) {
     // A bot's client steers with the dummy its own Bot presses.
-    Client* client = join(Client::MODE_BOT, fighterScript);
+    Client* client = newClient(Client::MODE_BOT, LOOPBACK, port, fighterScript);
     bots.push_back(client);
-    return client;
-}
-
-Client* LocalGame::join(int32_t mode, const std::string& fighterScript) {
-    auto* client = new Client();
-    client->mode = mode;
-    client->init(LOOPBACK, port);
-    // Only the path travels; the server and every world load the script.
-    auto* fighter = new Character();
-    fighter->objectType = OBJECT_SERVER;
-    fighter->path = fighterScript;
-    client->setCharacter(fighter);
     return client;
 }
 
@@ -50,6 +38,7 @@ bool LocalGame::open(const std::string& arenaScript) {
 }
 
 void LocalGame::update(float dt) {
+    if (!isOpen()) return;
     server.tick(dt);
     for (Client* client : players) client->update(dt);
     for (Client* client : bots) client->update(dt);
@@ -61,11 +50,15 @@ void LocalGame::draw() {
 
 void LocalGame::clear() {
     server.clear();
-    // Each client leaves the server as it goes.
+    // Each client leaves the server as it goes, through connections that
+    // stand until the transport closes.
     for (std::vector<Client*>* clients : {&players, &bots}) {
         for (Client* client : *clients) delete client;
         clients->clear();
     }
+    // Remote players learn at once that the game is over, and the port is
+    // free for the next game.
+    server.socket.close();
 }
 
 }  // namespace Network

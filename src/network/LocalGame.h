@@ -33,14 +33,15 @@ public:
     Client* addPlayer(Controller* controller, const std::string& fighterScript = DEFAULT_FIGHTER);
     Client* addBot(const std::string& fighterScript = DEFAULT_FIGHTER);
     // Loads the arena under the deathmatch rules and opens the port. False,
-    // with the server's log lines, when the port can't be opened: the
-    // clients then keep retrying against nobody until clear.
+    // with the server's log lines, when the port can't be opened.
     bool open(const std::string& arenaScript = DEFAULT_ARENA);
-    // One frame: the server, then every player, then every bot.
+    // One frame: the server, then every player, then every bot. Nothing
+    // while the server isn't open: whatever else holds the port, perhaps
+    // another machine's game, is not this host's to join.
     void update(float dt);
     // The first player's world, if there is a player.
     void draw();
-    // Ends the server, then lets every client go.
+    // Ends the server, lets every client go and closes every connection.
     void clear();
     bool isOpen() { return server.socket.isRunning(); }
 
@@ -48,9 +49,6 @@ public:
     Server server;
     std::vector<Client*> players;  // owned; entry 0 is the one drawn
     std::vector<Client*> bots;     // owned
-
-private:
-    Client* join(int32_t mode, const std::string& fighterScript);
 };
 
 }  // namespace Network
