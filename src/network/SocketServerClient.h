@@ -1,7 +1,6 @@
 #pragma once
-#include <deque>
-
 #include "network/FrameReader.h"
+#include "network/FrameWriter.h"
 #include "network/PacketQueue.h"
 #include "network/SocketServer.h"
 
@@ -13,11 +12,7 @@ struct SocketServer::Client {
         : socket(socket), descriptor(descriptor), id(id), pingTime(now) {}
     Client(const Client&) = delete;
     Client& operator=(const Client&) = delete;
-    ~Client() {
-        for (Packet* packet : writing) Packet::destroy(packet);
-    }
-
-    bool hasOutput() const { return !writing.empty() || !out.empty(); }
+    bool hasOutput() const { return writer.pending() || !out.empty(); }
 
     TCPsocket socket;
     int descriptor;
@@ -31,10 +26,8 @@ struct SocketServer::Client {
     bool readEnded = false;
     PacketQueue in;
     PacketQueue out{SocketServer::MAX_QUEUED};
-    // The frames taken from `out` for the socket, and how many bytes of the
-    // first have gone.
-    std::deque<Packet*> writing;
-    uint32_t sent = 0;
+    // What it has taken from `out` for the socket.
+    FrameWriter writer;
 };
 
 // Holds an SDL mutex for a scope; a null mutex (a server never opened, or one

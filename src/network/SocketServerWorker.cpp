@@ -2,10 +2,8 @@
 #include <pthread.h>
 #include <sched.h>
 #include <sys/socket.h>
-#include <sys/uio.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <new>
 
@@ -21,8 +19,6 @@ const uint32_t PING_INTERVAL = 7500;
 const uint32_t PINGS_MISSED_LIMIT = 3;
 // The wait set holds the listener, the doorbell, then the clients.
 const size_t FIRST_CLIENT = 2;
-// Frames written to one client in one call.
-const size_t MAX_GATHER = 64;
 
 bool wouldBlock() { return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR; }
 
@@ -198,53 +194,21 @@ void SocketServer::deliver(Client* client, Packet* packet) {
     if (!queueOut(client, packet)) removeClient(client);
 }
 
-// Writes what the socket takes now of the frames waiting, up to
-// MAX_GATHER of them in one system call; the rest goes on a later pass, so a
-// client that reads slowly holds up nobody, and a busy one costs a call a
-// pass, not a call a frame.
+// Writes what the socket takes now of the frames waiting, many in one
+// system call; the rest goes on a later pass, so a client that reads slowly
+// holds up nobody, and a busy one costs a call a pass, not one a frame.
 void SocketServer::updateClientOut(Client* client) {
-    while (client->writing.size() < MAX_GATHER) {
-        Packet* next = client->out.pop();
-        if (!next) break;
-        client->writing.push_back(next);
-    }
-    uint8_t headers[MAX_GATHER][Packet::HEADER_SIZE];
-    iovec parts[2 * MAX_GATHER];
-    size_t partCount = 0;
-    for (size_t i = 0; i < client->writing.size(); ++i) {
-        Packet* packet = client->writing[i];
-        LittleEndian::writeI32(headers[i], packet->type);
-        LittleEndian::writeU32(headers[i] + 4, packet->size);
-        parts[partCount++] = iovec{headers[i], Packet::HEADER_SIZE};
-        parts[partCount++] = iovec{packet->payload(), packet->size};
-    }
-    // The first frame goes on from where an earlier pass left it.
-    uint32_t skip = client->sent;
-    for (size_t i = 0; i < 2 && skip > 0; ++i) {
-        size_t part = std::min<size_t>(skip, parts[i].iov_len);
-        parts[i].iov_base = static_cast<uint8_t*>(parts[i].iov_base) + part;
-        parts[i].iov_len -= part;
-        skip -= uint32_t(part);
-    }
-    msghdr message{};
-    message.msg_iov = parts;
-    message.msg_iovlen = partCount;
-    ssize_t written = sendmsg(client->descriptor, &message, MSG_DONTWAIT | MSG_NOSIGNAL);
+    long written = client->writer.step(client->out, [client](const iovec* parts, size_t count) {
+        msghdr message{};
+        message.msg_iov = const_cast<iovec*>(parts);
+        message.msg_iovlen = count;
+        ssize_t taken = sendmsg(client->descriptor, &message, MSG_DONTWAIT | MSG_NOSIGNAL);
+        return taken >= 0 ? long(taken) : wouldBlock() ? 0L : -1L;
+    });
     if (written < 0) {
-        if (wouldBlock()) return;
         Log::info("SocketServer.updateClientOut: Rozlaczono");
         removeClient(client);
         return;
     }
     bytesOut += uint64_t(written);
-    uint64_t left = uint64_t(written) + client->sent;
-    while (!client->writing.empty()) {
-        Packet* packet = client->writing.front();
-        uint64_t frame = Packet::HEADER_SIZE + uint64_t(packet->size);
-        if (left < frame) break;
-        left -= frame;
-        Packet::destroy(packet);
-        client->writing.pop_front();
-    }
-    client->sent = uint32_t(left);
 }
