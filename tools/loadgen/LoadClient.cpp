@@ -28,9 +28,16 @@ bool LoadClient::joined() const {
     return !client.players[size_t(client.id)]->character->path.empty();
 }
 
+void LoadClient::openTally() {
+    counting = true;
+    openedAt = frameTime;
+    allBytes = 0;
+}
+
 LoadClient::Tally LoadClient::closeTally() {
     counting = false;
     Tally tally;
+    if (frameTime > openedAt) tally.allBytesPerSecond = double(allBytes) / (frameTime - openedAt);
     int fighterPackets = 0;
     double fighterSeconds = 0.0;
     for (const auto& entry : streams) {
@@ -51,6 +58,7 @@ LoadClient::Tally LoadClient::closeTally() {
 
 void LoadClient::count(const Packet& packet) {
     if (!counting) return;
+    allBytes += Packet::HEADER_SIZE + uint64_t(packet.size);
     std::pair<int32_t, int32_t> key{packet.type, 0};
     if (packet.type == CHARACTER_STATE) {
         Payload::Reader in(&packet);

@@ -17,7 +17,10 @@ public:
     struct Tally {
         int players = 0;         // fighters whose snapshots arrived
         double fighterHz = 0.0;  // snapshots of one fighter per second, over all fighters
-        double bytesPerSecond = 0.0;
+        double bytesPerSecond = 0.0;  // of the snapshots
+        // Of every packet the game saw, pings aside: snapshots, relayed
+        // controls, the scripts' sounds.
+        double allBytesPerSecond = 0.0;
 
         double bytesPerQuarter() const { return bytesPerSecond / 4.0; }
         // What the protocol sends per quarter second: a snapshot of every
@@ -33,7 +36,7 @@ public:
     void update(float dt, double now);
     // In the game with its own fighter loaded.
     bool joined() const;
-    void openTally() { counting = true; }
+    void openTally();
     Tally closeTally();
 
     int id() const { return client.id; }
@@ -54,6 +57,8 @@ private:
     Network::Client client;
     bool counting = false;
     double frameTime = 0.0;
+    double openedAt = 0.0;
+    uint64_t allBytes = 0;
     // Keyed by packet type, and for fighters by type and id.
     std::map<std::pair<int32_t, int32_t>, Stream> streams;
     int connections = 0;

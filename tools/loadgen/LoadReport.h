@@ -1,5 +1,6 @@
 #pragma once
 #include <cstdio>
+#include <string>
 #include <vector>
 
 #include "LoadClient.h"
@@ -21,6 +22,8 @@ struct LoadReport {
 
     // Prints a line per client, the sum, and every failure; true if none.
     bool print(FILE* out) const;
+    // What keeps the load from passing, a line each.
+    std::vector<std::string> failures() const;
 
     std::vector<Row> rows;
     // Seconds the load generator's own frames took while it counted.
