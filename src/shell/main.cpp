@@ -1,8 +1,6 @@
 #include <SDL/SDL.h>
 #include <SDL/SDL_net.h>
 #include <cstdio>
-#include <cstdlib>
-#include <ctime>
 
 #include "audio/Sound.h"
 #include "audio/SoundSettings.h"
@@ -15,6 +13,7 @@
 #include "shell/Engine.h"
 #include "shell/FrameTimer.h"
 #include "shell/Log.h"
+#include "shell/RunLog.h"
 #include "shell/StandaloneScene.h"
 #include "shell/WindowEvents.h"
 
@@ -52,13 +51,7 @@ int main(int argc, char** argv) {
 
     Log::setFlags(15);
     if (!freopen(LOG_FILE, "a", stdout)) return 1;
-    // A worker thread logs once a game is hosted; lines must never interleave.
-    Log::createLock();
-    Log::info("Start");
-    Log::info("Build %s %s", __DATE__, __TIME__);
-    unsigned seed = static_cast<unsigned>(time(nullptr));
-    srand(seed);
-    Log::debug("Seed: 0x%08X", seed);
+    RunLog::begin();
 
     // Without the archives there is nothing to show; the window is never opened.
     if (!Resource::open(RESOURCE_LIST)) return EXIT_NO_DATA;
@@ -95,8 +88,6 @@ int main(int argc, char** argv) {
     SDLNet_Quit();
     Render::clear();
     Resource::clear();
-    Log::info("Stop");
-    Log::close();
-    Log::destroyLock();
+    RunLog::end();
     return 0;
 }

@@ -8,12 +8,9 @@
 // loopback. SIGINT or SIGTERM ends it in order, with exit code 0.
 #include <SDL/SDL.h>
 #include <SDL/SDL_net.h>
-#include <unistd.h>
 
 #include <csignal>
 #include <cstdio>
-#include <cstdlib>
-#include <ctime>
 
 #include "ServerOptions.h"
 #include "ServerStatus.h"
@@ -22,6 +19,7 @@
 #include "resources/Resource.h"
 #include "shell/FramePacer.h"
 #include "shell/Log.h"
+#include "shell/RunLog.h"
 
 namespace {
 
@@ -65,20 +63,10 @@ int main(int argc, char** argv) {
         return EXIT_USAGE;
     }
     // Status lines keep standard output; the log takes it over, as in the game.
-    FILE* out = fdopen(dup(fileno(stdout)), "w");
-    if (!out || !freopen(LOG_FILE, "a", stdout)) {
-        fprintf(stderr, "korvane-server: cannot write %s here\n", LOG_FILE);
-        return 1;
-    }
+    FILE* out = RunLog::takeStandardOutput(LOG_FILE, "korvane-server");
+    if (!out) return 1;
     catchStopSignals();
-    Log::setFlags(15);
-    // The transport's worker logs too; lines must never interleave.
-    Log::createLock();
-    Log::info("Start");
-    Log::info("Build %s %s", __DATE__, __TIME__);
-    unsigned seed = static_cast<unsigned>(time(nullptr));
-    srand(seed);
-    Log::debug("Seed: 0x%08X", seed);
+    RunLog::begin();
     if (!Resource::open("data.ini")) {
         fprintf(stderr, "korvane-server: no data.ini here; run it in the game's directory\n");
         return EXIT_NO_DATA;
@@ -109,9 +97,7 @@ int main(int argc, char** argv) {
     SDLNet_Quit();
     SDL_Quit();
     Resource::clear();
-    Log::info("Stop");
-    Log::close();
-    Log::destroyLock();
+    RunLog::end();
     fclose(out);
     return code;
 }

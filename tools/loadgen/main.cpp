@@ -8,7 +8,6 @@
 // or a rate was off, 2 on bad usage.
 #include <SDL/SDL.h>
 #include <SDL/SDL_net.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <cstdio>
@@ -25,6 +24,7 @@
 #include "shell/FramePacer.h"
 #include "shell/FrameStats.h"
 #include "shell/Log.h"
+#include "shell/RunLog.h"
 
 namespace {
 
@@ -145,11 +145,8 @@ int main(int argc, char** argv) {
 
     // The report keeps standard output; the clients' log lines, some of which
     // are written straight to standard output, go to the log.
-    FILE* out = fdopen(dup(fileno(stdout)), "w");
-    if (!out || !freopen(LOG_FILE, "a", stdout)) {
-        fprintf(stderr, "loadgen: cannot write %s here\n", LOG_FILE);
-        return 1;
-    }
+    FILE* out = RunLog::takeStandardOutput(LOG_FILE, "loadgen");
+    if (!out) return 1;
     Log::setFlags(Log::LOG_INFO | Log::LOG_FAIL | Log::LOG_OK);
     Log::info("loadgen: Start");
     srand(static_cast<unsigned>(time(nullptr)));
