@@ -37,7 +37,9 @@ for server in "$@"; do
   dir=$work/$i; mkdir "$dir"
   ln -s "$game/data.ini" "$game/data.cres" "$dir/"
   server=$(realpath "$server")
-  (cd "$dir" && exec "$server" --status 5 --port $((port + i))) > "$dir/status.txt" 2>&1 &
+  # One status line for the joining, one for the steady load.
+  (cd "$dir" && exec "$server" --status $(( seconds / 2 > 1 ? seconds / 2 : 1 )) --port $((port + i))) \
+    > "$dir/status.txt" 2>&1 &
   servers+=($!)
   i=$((i + 1))
 done
