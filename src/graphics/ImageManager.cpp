@@ -57,6 +57,9 @@ Graphics::Image* find(const std::string& name) {
 
 Graphics::Image* load(const std::string& name) {
     if (Graphics::Image* known = find(name)) return known;
+    // Without a window a world only simulates (a dedicated server's bots, a
+    // benchmark): it has nothing to show a picture on, and nothing to report.
+    if (!SDL_GetVideoSurface()) return nullptr;
     Graphics::Image* image = newImage();
     if (!image) {
         Log::fail("ImageManager.load: Nie udalo sie zajac miejsca na \"%s\"", name.c_str());

@@ -47,8 +47,14 @@ void Client::update(float dt) {
         return;
     }
     socket.updatePing();
-    // One packet per frame: a burst is worked off in order, frame by frame.
-    if (Packet* packet = socket.pop()) parse(packet);
+    // Everything that has arrived, in order. A server sends 4 x (N + 2)
+    // snapshots a second and a relay for each change of anyone's controls:
+    // a client that took one packet a frame would fall ever further behind
+    // once a game has more than a dozen players.
+    while (Packet* packet = socket.pop()) {
+        if (onPacket) onPacket(*packet);
+        parse(packet);
+    }
     simulate(dt);
 }
 

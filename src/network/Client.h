@@ -1,5 +1,6 @@
 #pragma once
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -50,6 +51,8 @@ public:
     // Always true: the connection itself is made by update. Set `mode`
     // first.
     bool init(const std::string& address, int port);
+    // Connects or keeps the connection, parses every packet that has
+    // arrived, then runs the frame of the world.
     void update(float dt);
     void draw();
     // Leaves the server and lets everything go but the address, the port,
@@ -62,7 +65,7 @@ public:
     void setController(Controller* controller);
     // Acts on one packet from the server and frees it.
     void parse(Packet* packet);
-    // The frame of the world that follows each packet in update: while the
+    // The frame of the world that follows the packets in update: while the
     // game runs, the bot, our controls to the server, and the game mode.
     // With parse, it lets packets be checked without a peer.
     void simulate(float dt);
@@ -84,6 +87,9 @@ public:
     int32_t port = 0;
     int32_t reconnects = 0;  // failed attempts in a row
     int32_t mode = MODE_MAIN;
+    // Shown each packet from the server just before update parses it; for
+    // tools that measure the traffic.
+    std::function<void(const Packet&)> onPacket;
 
 private:
     void connect(float dt);

@@ -24,8 +24,15 @@ Packet* Packet::create(int32_t type, uint32_t size, const void* data) {
     return packet;
 }
 
+Packet* Packet::share(Packet* packet) {
+    packet->holders.fetch_add(1, std::memory_order_relaxed);
+    return packet;
+}
+
 void Packet::destroy(Packet* packet) {
     if (!packet) return;
+    // The worker lets go of a packet on its thread, the game on its own.
+    if (packet->holders.fetch_sub(1, std::memory_order_acq_rel) != 1) return;
     packet->~Packet();
     ::operator delete(packet);
 }

@@ -1,4 +1,5 @@
 #pragma once
+#include <atomic>
 #include <cstdint>
 
 // Packet types as they travel. A type of 0 or below is a ping and never
@@ -30,7 +31,9 @@ enum PacketType : int32_t {
 };
 
 // One packet in memory: the header and the payload in one heap block.
-// Whoever pops a packet from a queue frees it with destroy.
+// Whoever pops a packet from a queue frees it with destroy. A packet for
+// several clients is made once and queued for each: every queue holds it,
+// and the last to let it go frees it.
 struct Packet {
     // A frame on the wire: type and size, 4 bytes each, then the payload.
     static constexpr uint32_t HEADER_SIZE = 8;
@@ -43,6 +46,8 @@ struct Packet {
 
     int32_t type;
     uint32_t size;
+    // Queues that hold this packet; it is freed when the last lets it go.
+    std::atomic<uint32_t> holders{1};
 
     uint8_t* payload() { return reinterpret_cast<uint8_t*>(this + 1); }
     const uint8_t* payload() const { return reinterpret_cast<const uint8_t*>(this + 1); }
@@ -53,5 +58,8 @@ struct Packet {
     static Packet* create(int32_t type, uint32_t size, const void* data);
     // A packet whose payload the caller fills in.
     static Packet* allocate(int32_t type, uint32_t size);
+    // One more holder of the same packet; a shared packet must not change.
+    static Packet* share(Packet* packet);
+    // Lets the packet go; the last holder frees it.
     static void destroy(Packet* packet);
 };

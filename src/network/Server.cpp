@@ -56,9 +56,12 @@ void Server::makePlayers() {
 
 void Server::tick(float dt) {
     if (!socket.isRunning()) return;
+    // What the frame sends goes out together once the frame is done.
+    socket.holdWakes();
     updateRecv();
     update(dt);
     updateEvents();
+    socket.releaseWakes();
 }
 
 void Server::clear() {
@@ -78,8 +81,14 @@ void Server::clear() {
 void Server::send(int to, int type, uint32_t size, const void* data) { socket.send(to, type, size, data); }
 
 void Server::broadcast(int type, uint32_t size, const void* data) {
+    recipients.clear();
     int slots = socket.slotCount();
-    for (int id = 0; id < slots; ++id) socket.send(id, type, size, data);
+    for (int id = 0; id < slots; ++id) recipients.push_back(id);
+    sendToRecipients(type, size, data);
+}
+
+void Server::sendToRecipients(int type, uint32_t size, const void* data) {
+    socket.send(recipients.data(), recipients.size(), type, size, data);
 }
 
 void Server::updateRecv() {

@@ -66,6 +66,9 @@ private:
     // where it stands. The connection is dropped here only if asked.
     void depart(int id, bool dropConnection);
 
+    // Sends to every id in `recipients`, which the caller has just filled.
+    void sendToRecipients(int type, uint32_t size, const void* data);
+
     void parseControllerState(int id, Packet* packet);
     void parseHandshake(int id);
     void parseConnect(int id, Packet* packet);
@@ -86,6 +89,9 @@ private:
     void sendCharacterInfo(int to, int id);
     void sendConnect(int to, int id, int pid);
     void sendSound(float volume, const char* name);
+
+    // Reused from send to send, so that a broadcast allocates nothing.
+    std::vector<int> recipients;
 };
 
 }  // namespace Network

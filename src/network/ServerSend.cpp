@@ -25,8 +25,10 @@ void Server::deliver(int to, int type, const Payload::Writer& payload) {
 }
 
 void Server::sendToReady(int type, uint32_t size, const void* data) {
+    recipients.clear();
     for (const Player* player : players)
-        if (player->isReady()) send(player->id, type, size, data);
+        if (player->isReady()) recipients.push_back(player->id);
+    sendToRecipients(type, size, data);
 }
 
 void Server::sendSnapshots(int id) {

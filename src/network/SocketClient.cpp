@@ -1,5 +1,12 @@
 #include "network/SocketClient.h"
 
+#include <sys/socket.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include "network/SocketDescriptor.h"
 #include "resources/LittleEndian.h"
 #include "shell/Log.h"
 
@@ -25,14 +32,11 @@ bool SocketClient::init(const std::string& host, uint16_t port) {
         Log::fail("SocketClient.init: Nie udalo sie otworzyc socketa (adres \"%s\" port %d)", host.c_str(), port);
         return false;
     }
-    set = SDLNet_AllocSocketSet(1);
-    if (!set) {
-        Log::fail("SocketClient.init: Nie udalo sie stworzyc socket seta");
-        close();
-        return false;
-    }
-    if (SDLNet_TCP_AddSocket(set, socket) < 1) {
-        Log::fail("SocketClient.init: Nie udalo sie dodac socketa do socket seta");
+    // SDL_net 1.2 reads only by blocking or by asking first; the frame may
+    // neither wait nor pay a system call to ask, so reads go past it.
+    descriptor = socketDescriptor(socket);
+    if (descriptor < 0) {
+        Log::fail("SocketClient.init: Nie udalo sie odczytac deskryptora socketa");
         close();
         return false;
     }
@@ -44,12 +48,16 @@ bool SocketClient::init(const std::string& host, uint16_t port) {
 }
 
 void SocketClient::close() {
-    if (socket) SDLNet_TCP_Close(socket);
-    if (set) SDLNet_FreeSocketSet(set);
-    socket = nullptr;
-    set = nullptr;
+    closeSocket();
     in.clear();
+}
+
+void SocketClient::closeSocket() {
+    if (socket) SDLNet_TCP_Close(socket);
+    socket = nullptr;
+    descriptor = -1;
     reader.reset();
+    inboxStart = inboxEnd = 0;
 }
 
 void SocketClient::send(int type, uint32_t size, const void* data) {
@@ -70,19 +78,20 @@ void SocketClient::send(int type, uint32_t size, const void* data) {
 }
 
 bool SocketClient::updateRecv() {
-    if (!socket || SDLNet_CheckSockets(set, 0) < 1) return false;
+    if (!socket) return false;
     Packet* packet = nullptr;
-    uint64_t before = bytesIn;
     FrameReader::Read read = [this](uint8_t* into, uint32_t count) { return receive(into, count); };
     switch (reader.step(read, packet)) {
     case FrameReader::HEADER_PENDING:
-        return false;
     case FrameReader::PAYLOAD_PENDING:
-        // A peer that closed mid-payload stays readable with nothing to read.
-        return bytesIn != before;
+        // The inbox is empty; the system may hold more only if the last
+        // read filled it.
+        return !drained;
     case FrameReader::LOST:
         Log::fail("SocketClient.updateRecv: Rozlaczono");
-        close();
+        // What arrived whole before the end, such as a server's goodbye,
+        // is still there to be parsed.
+        closeSocket();
         return false;
     case FrameReader::REFUSED:
         close();
@@ -94,13 +103,27 @@ bool SocketClient::updateRecv() {
     return false;
 }
 
-// Reads only what is there: the payload may lag behind its header, and the
-// frame must not stall waiting for it.
+// Takes from the inbox, which is filled by one read of whatever is there
+// once it is empty; never waits. 0 when nothing is there now.
 int SocketClient::receive(uint8_t* into, uint32_t count) {
-    if (!SDLNet_SocketReady(socket) && SDLNet_CheckSockets(set, 0) < 1) return 0;
-    int got = SDLNet_TCP_Recv(socket, into, int(count));
-    if (got > 0) bytesIn += uint64_t(got);
-    return got;
+    if (inboxStart == inboxEnd) {
+        inbox.resize(INBOX_SIZE);
+        ssize_t got = recv(descriptor, inbox.data(), INBOX_SIZE, MSG_DONTWAIT);
+        if (got < 0) {
+            drained = true;
+            return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR ? 0 : -1;
+        }
+        // The server has closed its side: nothing will ever come again.
+        if (got == 0) return -1;
+        bytesIn += uint64_t(got);
+        inboxStart = 0;
+        inboxEnd = uint32_t(got);
+        drained = inboxEnd < INBOX_SIZE;
+    }
+    uint32_t taken = std::min(count, inboxEnd - inboxStart);
+    memcpy(into, inbox.data() + inboxStart, taken);
+    inboxStart += taken;
+    return int(taken);
 }
 
 void SocketClient::deliver(Packet* packet) {

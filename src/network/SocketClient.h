@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "network/FrameReader.h"
 #include "network/Packet.h"
@@ -42,11 +43,23 @@ public:
     uint32_t (*now)() = SDL_GetTicks;
 
 private:
+    // What arrives is read in chunks of up to this many bytes, so that a
+    // frame of a busy game costs a system call or two, not four a packet.
+    static constexpr uint32_t INBOX_SIZE = 64u << 10;
+
+    // Ends the connection, keeping the packets that arrived whole.
+    void closeSocket();
     int receive(uint8_t* into, uint32_t count);
     void deliver(Packet* packet);
 
     TCPsocket socket = nullptr;
-    SDLNet_SocketSet set = nullptr;
+    int descriptor = -1;
+    // Bytes read from the socket and not yet taken by the reader.
+    std::vector<uint8_t> inbox;
+    uint32_t inboxStart = 0;
+    uint32_t inboxEnd = 0;
+    // The last read took everything the system had.
+    bool drained = false;
     uint32_t pingTime = 0;
     uint32_t pingsMissed = 0;
     FrameReader reader{"SocketClient.updateRecv"};

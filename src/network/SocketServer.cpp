@@ -61,21 +61,25 @@ bool SocketServer::init(uint16_t port, int maxClients) {
     return true;
 }
 
-void SocketServer::send(int id, int type, uint32_t size, const void* data) {
-    {
-        MutexHold hold(mutex);
-        if (!clientAt(id)) return;
-    }
+void SocketServer::send(int id, int type, uint32_t size, const void* data) { send(&id, 1, type, size, data); }
+
+void SocketServer::send(const int* ids, size_t count, int type, uint32_t size, const void* data) {
+    if (count == 0) return;
+    // Made outside the lock, once for everybody.
     Packet* packet = Packet::create(type, size, data);
     if (!packet) return;
     MutexHold hold(mutex);
-    Client* client = clientAt(id);
-    if (!client)
-        Packet::destroy(packet);
-    else if (!queueOut(client, packet))
-        removeClient(client);
-    else
-        wakeWorker();
+    bool queued = false;
+    for (size_t i = 0; i < count; ++i) {
+        Client* client = clientAt(ids[i]);
+        if (!client) continue;
+        if (queueOut(client, Packet::share(packet)))
+            queued = true;
+        else
+            removeClient(client);
+    }
+    Packet::destroy(packet);
+    if (queued) wakeWorker();
 }
 
 // The worker takes the mutex for each client's whole step and never waits
@@ -95,6 +99,8 @@ void SocketServer::close() {
     if (wakeDescriptor >= 0) ::close(wakeDescriptor);
     wakeDescriptor = -1;
     wakeRung = false;
+    wakeHolds = 0;
+    wakeWanted = false;
     for (Client* client : clients)
         if (client) removeClient(client);
     clients.clear();
@@ -141,11 +147,30 @@ bool SocketServer::isRunning() {
 void SocketServer::stopRunning() {
     MutexHold hold(mutex);
     running = false;
-    wakeWorker();
+    ring();
+}
+
+void SocketServer::holdWakes() {
+    MutexHold hold(mutex);
+    ++wakeHolds;
+}
+
+void SocketServer::releaseWakes() {
+    MutexHold hold(mutex);
+    if (wakeHolds > 0 && --wakeHolds == 0 && wakeWanted) ring();
+}
+
+// Under the mutex: there is something for the worker to write.
+void SocketServer::wakeWorker() {
+    if (wakeHolds > 0)
+        wakeWanted = true;
+    else
+        ring();
 }
 
 // Under the mutex. One ring is enough until the worker has heard it.
-void SocketServer::wakeWorker() {
+void SocketServer::ring() {
+    wakeWanted = false;
     if (wakeRung || wakeDescriptor < 0) return;
     uint64_t one = 1;
     wakeRung = write(wakeDescriptor, &one, sizeof one) == sizeof one;

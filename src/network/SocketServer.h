@@ -28,6 +28,9 @@ public:
     // does nothing, and a client whose queue would pass MAX_QUEUED is
     // dropped instead. Either thread.
     void send(int id, int type, uint32_t size, const void* data);
+    // The same for each of `count` ids, with one packet that all of them
+    // share and one hold of the mutex.
+    void send(const int* ids, size_t count, int type, uint32_t size, const void* data);
     // Removes a client; a free or unknown id is ignored. Main thread.
     void disconnect(int id);
     // Stops the worker and releases everything; also what destruction does.
@@ -44,6 +47,12 @@ public:
     bool isRunning();
     // Lets the worker end on its next pass; the sockets stay for close().
     void stopRunning();
+    // While one is held, sends queue their packets without waking the
+    // worker; the last release wakes it once for all of them. A frame of
+    // the game sends in bursts, and each wake costs a system call and may
+    // take the processor from the frame. Main thread.
+    void holdWakes();
+    void releaseWakes();
     // Bytes read from and written to all clients since init.
     void getTraffic(uint64_t* bytesIn, uint64_t* bytesOut);
 
@@ -60,7 +69,9 @@ public:
 private:
     static int workerMain(void* self);
     void pass();
+    void flushOutput();
     void wakeWorker();
+    void ring();
     void waitForSockets();
     void updateJoin();
     void updatePing();
@@ -85,6 +96,8 @@ private:
     // rung since the worker last looked.
     int wakeDescriptor = -1;
     bool wakeRung = false;
+    int wakeHolds = 0;
+    bool wakeWanted = false;
     uint64_t bytesIn = 0;
     uint64_t bytesOut = 0;
     // The worker's own: what it waits on and what the wait found, per id.

@@ -1,5 +1,6 @@
 #pragma once
 #include "network/FrameReader.h"
+#include "network/FrameWriter.h"
 #include "network/PacketQueue.h"
 #include "network/SocketServer.h"
 
@@ -11,9 +12,7 @@ struct SocketServer::Client {
         : socket(socket), descriptor(descriptor), id(id), pingTime(now) {}
     Client(const Client&) = delete;
     Client& operator=(const Client&) = delete;
-    ~Client() { Packet::destroy(sending); }
-
-    bool hasOutput() const { return sending || !out.empty(); }
+    bool hasOutput() const { return writer.pending() || !out.empty(); }
 
     TCPsocket socket;
     int descriptor;
@@ -27,9 +26,8 @@ struct SocketServer::Client {
     bool readEnded = false;
     PacketQueue in;
     PacketQueue out{SocketServer::MAX_QUEUED};
-    // The frame being written and how many of its bytes have gone.
-    Packet* sending = nullptr;
-    uint32_t sent = 0;
+    // What it has taken from `out` for the socket.
+    FrameWriter writer;
 };
 
 // Holds an SDL mutex for a scope; a null mutex (a server never opened, or one

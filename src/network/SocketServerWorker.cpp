@@ -1,6 +1,7 @@
 // The worker thread of SocketServer: accepting, reading, writing, pinging.
+#include <pthread.h>
+#include <sched.h>
 #include <sys/socket.h>
-#include <sys/uio.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -24,9 +25,27 @@ bool wouldBlock() { return errno == EAGAIN || errno == EWOULDBLOCK || errno == E
 }  // namespace
 
 int SocketServer::workerMain(void* self) {
+    // Woken by the game's frame, the worker must not take the processor
+    // from it: as a batch thread it waits for a free core or for the frame
+    // to sleep. Where that is refused, it runs as it is.
+    sched_param batch{};
+    pthread_setschedparam(pthread_self(), SCHED_BATCH, &batch);
     SocketServer* server = static_cast<SocketServer*>(self);
     while (server->isRunning()) server->pass();
+    server->flushOutput();
     return 0;
+}
+
+// What was queued before the stop, such as the server's goodbye, goes out as
+// far as the sockets take it now; the sockets close with the server.
+void SocketServer::flushOutput() {
+    const int MAX_ROUNDS = 16;
+    for (size_t id = 0; id < clients.size(); ++id) {
+        MutexHold hold(mutex);
+        Client* client = clients[id];
+        for (int round = 0; round < MAX_ROUNDS && client && clients[id] == client && client->hasOutput(); ++round)
+            updateClientOut(client);
+    }
 }
 
 void SocketServer::pass() {
@@ -175,39 +194,21 @@ void SocketServer::deliver(Client* client, Packet* packet) {
     if (!queueOut(client, packet)) removeClient(client);
 }
 
-// Writes what the socket takes of one frame now; the rest of it goes on a
-// later pass, so a client that reads slowly holds up nobody.
+// Writes what the socket takes now of the frames waiting, many in one
+// system call; the rest goes on a later pass, so a client that reads slowly
+// holds up nobody, and a busy one costs a call a pass, not one a frame.
 void SocketServer::updateClientOut(Client* client) {
-    if (!client->sending) {
-        client->sending = client->out.pop();
-        client->sent = 0;
-    }
-    Packet* packet = client->sending;
-    uint8_t header[Packet::HEADER_SIZE];
-    LittleEndian::writeI32(header, packet->type);
-    LittleEndian::writeU32(header + 4, packet->size);
-    iovec parts[2];
-    size_t partCount = 0;
-    if (client->sent < Packet::HEADER_SIZE) {
-        parts[partCount++] = iovec{header + client->sent, Packet::HEADER_SIZE - client->sent};
-        parts[partCount++] = iovec{packet->payload(), packet->size};
-    } else {
-        uint32_t payloadSent = client->sent - Packet::HEADER_SIZE;
-        parts[partCount++] = iovec{packet->payload() + payloadSent, packet->size - payloadSent};
-    }
-    msghdr message{};
-    message.msg_iov = parts;
-    message.msg_iovlen = partCount;
-    ssize_t written = sendmsg(client->descriptor, &message, MSG_DONTWAIT | MSG_NOSIGNAL);
+    long written = client->writer.step(client->out, [client](const iovec* parts, size_t count) {
+        msghdr message{};
+        message.msg_iov = const_cast<iovec*>(parts);
+        message.msg_iovlen = count;
+        ssize_t taken = sendmsg(client->descriptor, &message, MSG_DONTWAIT | MSG_NOSIGNAL);
+        return taken >= 0 ? long(taken) : wouldBlock() ? 0L : -1L;
+    });
     if (written < 0) {
-        if (wouldBlock()) return;
         Log::info("SocketServer.updateClientOut: Rozlaczono");
         removeClient(client);
         return;
     }
     bytesOut += uint64_t(written);
-    client->sent += uint32_t(written);
-    if (client->sent < Packet::HEADER_SIZE + packet->size) return;
-    Packet::destroy(packet);
-    client->sending = nullptr;
 }

@@ -7,16 +7,16 @@
 #include "shell/Log.h"
 
 void StandaloneScene::init() {
-    if (!first.init(FIGHTER_SCRIPT)) Log::fail("StandaloneScene.init: Nie udalo sie wczytac postaci");
+    if (!first.init(fighterScript)) Log::fail("StandaloneScene.init: Nie udalo sie wczytac postaci");
     first.id = 0;
     first.controller = ControllerManager::get(FIRST_CONTROLLER);
-    if (!second.init(FIGHTER_SCRIPT)) Log::fail("StandaloneScene.init: Nie udalo sie wczytac postaci");
+    if (!second.init(fighterScript)) Log::fail("StandaloneScene.init: Nie udalo sie wczytac postaci");
     second.id = 1;
     bot.init();
     bot.setArena(&arena);
     bot.setController(&secondPad);
     bot.setCharacter(&second);
-    if (!arena.init(ARENA_SCRIPT)) Log::fail("StandaloneScene.init: Nie udalo sie wczytac areny");
+    if (!arena.init(arenaScript)) Log::fail("StandaloneScene.init: Nie udalo sie wczytac areny");
     arena.addCharacter(&first);
     arena.addCharacter(&second);
     mode.init();

@@ -1,18 +1,19 @@
 #include <SDL/SDL.h>
 #include <SDL/SDL_net.h>
 #include <cstdio>
-#include <cstdlib>
-#include <ctime>
 
 #include "audio/Sound.h"
 #include "audio/SoundSettings.h"
+#include "frontend/DemoMenu.h"
 #include "gameplay/ControllerManager.h"
 #include "graphics/Render.h"
 #include "resources/Database.h"
 #include "resources/Resource.h"
+#include "shell/CommandLine.h"
 #include "shell/Engine.h"
 #include "shell/FrameTimer.h"
 #include "shell/Log.h"
+#include "shell/RunLog.h"
 #include "shell/StandaloneScene.h"
 #include "shell/WindowEvents.h"
 
@@ -29,18 +30,28 @@ const int EXIT_NO_WINDOW = 190;
 uint32_t ticks() { return SDL_GetTicks(); }
 void sleepMs(uint32_t ms) { SDL_Delay(ms); }
 
+GameState* firstState(const CommandLine::Request& request) {
+    if (request.action == CommandLine::SANDBOX) return new StandaloneScene(request.fighterScript, request.arenaScript);
+    return new DemoMenu();
+}
+
 }  // namespace
 
-int main() {
+int main(int argc, char** argv) {
+    // Before the log takes standard output over: the usage is for a person.
+    const CommandLine::Request request = CommandLine::parse(argc, argv);
+    if (request.action == CommandLine::HELP) {
+        fputs(CommandLine::USAGE, stdout);
+        return 0;
+    }
+    if (request.action == CommandLine::MISUSE) {
+        fputs(CommandLine::USAGE, stderr);
+        return CommandLine::EXIT_MISUSE;
+    }
+
     Log::setFlags(15);
     if (!freopen(LOG_FILE, "a", stdout)) return 1;
-    // A worker thread logs once a game is hosted; lines must never interleave.
-    Log::createLock();
-    Log::info("Start");
-    Log::info("Build %s %s", __DATE__, __TIME__);
-    unsigned seed = static_cast<unsigned>(time(nullptr));
-    srand(seed);
-    Log::debug("Seed: 0x%08X", seed);
+    RunLog::begin();
 
     // Without the archives there is nothing to show; the window is never opened.
     if (!Resource::open(RESOURCE_LIST)) return EXIT_NO_DATA;
@@ -52,10 +63,11 @@ int main() {
     if (!Sound::init(32)) Log::fail("init: Nie udalo sie wystartowac dzwieku");
     SoundSettings::load("config.nvo");
     if (!Engine::init()) Log::fail("init: Nie udalo sie wystartowac silnika");
-    Engine::push(new StandaloneScene());
+    Engine::push(firstState(request));
     Log::info("main: init %ums", SDL_GetTicks());
 
     FrameTimer timer(ticks, sleepMs);
+    bool firstFrame = true;
     while (Engine::isRunning()) {
         timer.begin();
         pumpWindowEvents();
@@ -63,6 +75,9 @@ int main() {
         Engine::draw();
         Render::flip();
         timer.end();
+        // How long a player waits for the first screen.
+        if (firstFrame) Log::info("main: pierwsza klatka %ums", SDL_GetTicks());
+        firstFrame = false;
     }
 
     ControllerManager::clear();
@@ -73,8 +88,6 @@ int main() {
     SDLNet_Quit();
     Render::clear();
     Resource::clear();
-    Log::info("Stop");
-    Log::close();
-    Log::destroyLock();
+    RunLog::end();
     return 0;
 }

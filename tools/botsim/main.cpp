@@ -4,7 +4,6 @@
 //   botsim [--rounds N] [--seed S] [--arena PATH] FIGHTER_SCRIPT FIGHTER_SCRIPT
 //
 // Run it in the staged game directory (it reads "data.ini" like the game).
-#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -15,6 +14,7 @@
 #include "BotMatch.h"
 #include "resources/Resource.h"
 #include "shell/Log.h"
+#include "shell/RunLog.h"
 
 namespace {
 
@@ -53,11 +53,8 @@ int main(int argc, char** argv) {
 
     // The report keeps standard output; the world's own messages, some of
     // which are written straight to standard output, go to the game's log.
-    FILE* report = fdopen(dup(fileno(stdout)), "w");
-    if (!report || !freopen(LOG_FILE, "a", stdout)) {
-        fprintf(stderr, "botsim: cannot write %s here\n", LOG_FILE);
-        return 1;
-    }
+    FILE* report = RunLog::takeStandardOutput(LOG_FILE, "botsim");
+    if (!report) return 1;
     Log::setFlags(Log::LOG_INFO | Log::LOG_FAIL | Log::LOG_OK);
     Log::info("botsim: Start");
     srand(seed);

@@ -1,0 +1,81 @@
+#include "frontend/DemoMenu.h"
+
+#include <algorithm>
+
+#include "frontend/DemoClient.h"
+#include "frontend/DemoServer.h"
+#include "graphics/Render.h"
+#include "resources/Database.h"
+#include "shell/Engine.h"
+
+namespace {
+
+// The settings of the four parts of the last address joined.
+const char* const ADDRESS_KEYS[] = {"demo_join_a", "demo_join_b", "demo_join_c", "demo_join_d"};
+const char* const ADDRESS_LABELS[] = {"join_ip_a", "join_ip_b", "join_ip_c", "join_ip_d"};
+const int ADDRESS_PARTS = 4;
+
+}  // namespace
+
+void DemoMenu::init() {
+    openMenu(SECTION);
+    Database* settings = Database::get(SETTINGS);
+    menu.addItem(ITEM_HOST, MENU_SUBMENU, word("host"));
+    addValue(ITEM_HOST, ITEM_HOST_PLAYERS, "host_players", 1, 2, 1);
+    addValue(ITEM_HOST, ITEM_HOST_BOTS, "host_bots", 0, 8, 0);
+    menu.addChild(ITEM_HOST, ITEM_HOST_START, MENU_ACTION, word("host_start"));
+    menu.addChild(ITEM_HOST, ITEM_HOST_EXIT, MENU_BACK, word("host_exit"));
+    menu.addItem(ITEM_JOIN, MENU_SUBMENU, word("join"));
+    menu.addChild(ITEM_JOIN, ITEM_JOIN_IP, MENU_SUBMENU, word("join_ip"));
+    for (int part = 0; part < ADDRESS_PARTS; ++part)
+        addValue(ITEM_JOIN_IP, ITEM_JOIN_IP_A + part, ADDRESS_LABELS[part], 0, 255,
+                 settings->getVal(ADDRESS_KEYS[part]), ADDRESS_DELAY);
+    menu.addChild(ITEM_JOIN_IP, ITEM_JOIN_IP_EXIT, MENU_BACK, word("join_exit"));
+    addValue(ITEM_JOIN, ITEM_JOIN_PLAYERS, "join_players", 1, 2, 1);
+    menu.addChild(ITEM_JOIN, ITEM_JOIN_START, MENU_ACTION, word("join_start"));
+    menu.addChild(ITEM_JOIN, ITEM_JOIN_EXIT, MENU_BACK, word("join_exit"));
+    menu.addItem(ITEM_EXIT, MENU_BACK, word("exit"));
+    background.setSprite(BACKGROUND);
+    showMenu();
+}
+
+// Every value here is a count or an address part, in whole steps. A first
+// value from a damaged settings file is brought into the range.
+void DemoMenu::addValue(int32_t parent, int32_t id, const char* key, int min, int max, int first, float delay) {
+    MenuItem* item = menu.addChild(parent, id, MENU_VALUE, word(key), delay);
+    item->setRange(static_cast<float>(min), static_cast<float>(max), 1.0f);
+    item->value = static_cast<float>(std::clamp(first, min, max));
+}
+
+void DemoMenu::choose(int32_t id) {
+    if (id == ITEM_HOST_START)
+        host();
+    else if (id == ITEM_JOIN_START)
+        join();
+}
+
+void DemoMenu::host() {
+    auto* server = new DemoServer(port);
+    server->setup(valueOf(ITEM_HOST_PLAYERS), valueOf(ITEM_HOST_BOTS));
+    Engine::push(server);
+}
+
+// The address is kept whether or not the server answers.
+void DemoMenu::join() {
+    Database* settings = Database::get(SETTINGS);
+    std::string address;
+    for (int part = 0; part < ADDRESS_PARTS; ++part) {
+        const int value = valueOf(ITEM_JOIN_IP_A + part);
+        settings->setVal(ADDRESS_KEYS[part], value);
+        address += (part > 0 ? "." : "") + std::to_string(value);
+    }
+    settings->save(SETTINGS);
+    auto* client = new DemoClient(port);
+    client->setup(valueOf(ITEM_JOIN_PLAYERS), address);
+    Engine::push(client);
+}
+
+void DemoMenu::draw() {
+    Render::drawSprite(&background, 0.0f, 0.0f, 0.0f, 0.0f);
+    MenuScreen::draw();
+}

@@ -1,0 +1,52 @@
+#pragma once
+#include <cstdint>
+#include <string>
+
+#include "frontend/MenuScreen.h"
+#include "graphics/SpriteInstance.h"
+#include "network/Packet.h"
+
+// The first screen: host a game for the players at this keyboard and some
+// bots, or join one at an address, which is kept in the settings for the
+// next time. Everything comes back here when a game is left.
+class DemoMenu : public MenuScreen {
+public:
+    enum ItemId {
+        ITEM_HOST = 1,
+        ITEM_JOIN = 2,
+        ITEM_EXIT = 4,
+        ITEM_HOST_PLAYERS = 5,
+        ITEM_HOST_BOTS = 6,
+        ITEM_HOST_START = 7,
+        ITEM_HOST_EXIT = 8,
+        ITEM_JOIN_IP = 9,
+        ITEM_JOIN_IP_A = 10,  // the three further parts of the address follow
+        ITEM_JOIN_IP_EXIT = 14,
+        ITEM_JOIN_PLAYERS = 15,
+        ITEM_JOIN_START = 16,
+        ITEM_JOIN_EXIT = 17,
+    };
+    static constexpr const char* SECTION = "demo_menu";
+    static constexpr const char* SETTINGS = "config.nvo";
+    static constexpr const char* BACKGROUND = "bg.jpg";
+    // A held key runs quickly through the 256 values of an address part.
+    static constexpr float ADDRESS_DELAY = 0.05f;
+
+    void init() override;
+    void draw() override;
+    int getType() override { return STATE_DEMO_MENU; }
+
+    // The port hosted on and joined.
+    int32_t port = Packet::PORT;
+    Graphics::SpriteInstance background;
+
+protected:
+    void choose(int32_t id) override;
+
+private:
+    void addValue(int32_t parent, int32_t id, const char* key, int min, int max, int first,
+                  float delay = MenuItem::DEFAULT_DELAY);
+    int valueOf(int32_t id) { return static_cast<int>(menu.find(id)->value); }
+    void host();
+    void join();
+};
