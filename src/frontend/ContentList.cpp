@@ -40,6 +40,16 @@ std::vector<std::string> names(const std::string& folder, const std::string& ope
     return out;
 }
 
+std::vector<std::string> listedScripts(const std::string& folder, const std::string& operation,
+                                       const char* noneMessage) {
+    std::vector<std::string> listed;
+    addListed(folder, operation, noneMessage, listed);
+    std::vector<std::string> out;
+    for (const std::string& name : listed)
+        if (Resource::exists(scriptPath(folder, name))) out.push_back(scriptPath(folder, name));
+    return out;
+}
+
 std::string scriptPath(const std::string& folder, const std::string& name) { return folder + "/" + name + "/init.lua"; }
 
 std::string description(const std::string& folder, const std::string& name, const std::string& operation) {

@@ -12,6 +12,10 @@ namespace ContentList {
 // the folder on disk. Failures are logged under `operation`; `noneMessage`
 // tells that the list names nothing.
 std::vector<std::string> names(const std::string& folder, const std::string& operation, const char* noneMessage);
+// The scripts of the names in the folder's "list.txt", in its order, those
+// that exist; failures as in names.
+std::vector<std::string> listedScripts(const std::string& folder, const std::string& operation,
+                                       const char* noneMessage);
 // Where a name's script lies.
 std::string scriptPath(const std::string& folder, const std::string& name);
 // A fighter or an arena of this machine alone, loaded from its folder; null,

@@ -3,16 +3,15 @@
 #include <SDL/SDL.h>
 
 #include "gameplay/ControllerManager.h"
-#include "network/LocalGame.h"
 #include "network/NewClient.h"
 #include "shell/Engine.h"
 
-void DemoClient::setup(int players, const std::string& address) {
+void DemoClient::setup(int players, const std::string& address, const ContentChoice& choice) {
     clear();
     for (int i = 0; i < players; ++i) {
         // One machine, one pair of speakers: only the first plays sounds.
         const int32_t mode = i == 0 ? Network::Client::MODE_MAIN : Network::Client::MODE_LOCAL;
-        Network::Client* client = Network::newClient(mode, address, port, Network::LocalGame::DEFAULT_FIGHTER);
+        Network::Client* client = Network::newClient(mode, address, port, choice.fighterScript(i));
         client->setController(ControllerManager::get(i));
         clients.push_back(client);
     }

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "frontend/ContentChoice.h"
 #include "frontend/GameNotice.h"
 #include "network/Client.h"
 #include "network/Packet.h"
@@ -17,8 +18,9 @@ public:
 
     explicit DemoClient(int32_t port = Packet::PORT) : port(port) {}
 
-    // Players on controllers 0 and up. Before the push.
-    void setup(int players, const std::string& address);
+    // Players on controllers 0 and up, with the fighters chosen for them.
+    // Before the push.
+    void setup(int players, const std::string& address, const ContentChoice& choice = ContentChoice());
     void init() override;
     void update(float dt) override;
     void draw() override;

@@ -4,6 +4,7 @@
 
 #include "frontend/DemoClient.h"
 #include "frontend/DemoServer.h"
+#include "frontend/StateMenu.h"
 #include "graphics/Render.h"
 #include "resources/Database.h"
 #include "shell/Engine.h"
@@ -35,6 +36,11 @@ void DemoMenu::init() {
     menu.addChild(ITEM_JOIN, ITEM_JOIN_START, MENU_ACTION, word("join_start"));
     menu.addChild(ITEM_JOIN, ITEM_JOIN_EXIT, MENU_BACK, word("join_exit"));
     menu.addItem(ITEM_EXIT, MENU_BACK, word("exit"));
+    menu.addItem(ITEM_LOCAL, MENU_ACTION, word("local"));
+    for (int32_t id : {ITEM_HOST_ARENA, ITEM_HOST_FIGHTER_1, ITEM_HOST_FIGHTER_2})
+        menu.addChild(ITEM_HOST, id, MENU_ACTION, "");
+    for (int32_t id : {ITEM_JOIN_FIGHTER_1, ITEM_JOIN_FIGHTER_2}) menu.addChild(ITEM_JOIN, id, MENU_ACTION, "");
+    showChoices();
     background.setSprite(BACKGROUND);
     showMenu();
 }
@@ -52,11 +58,40 @@ void DemoMenu::choose(int32_t id) {
         host();
     else if (id == ITEM_JOIN_START)
         join();
+    else if (id == ITEM_LOCAL)
+        Engine::push(new StateMenu());
+    else if (id == ITEM_HOST_ARENA)
+        choice.selectArena();
+    else if (id == ITEM_HOST_FIGHTER_1 || id == ITEM_JOIN_FIGHTER_1)
+        choice.selectFighter(0);
+    else if (id == ITEM_HOST_FIGHTER_2 || id == ITEM_JOIN_FIGHTER_2)
+        choice.selectFighter(1);
+}
+
+void DemoMenu::resume() {
+    choice.takeBack("DemoMenu.resume");
+    showChoices();
+    rearm();
+}
+
+void DemoMenu::showChoices() {
+    const struct {
+        int32_t id;
+        const char* key;
+        const std::string& name;
+    } labels[] = {
+        {ITEM_HOST_ARENA, "arena", choice.arenaName},
+        {ITEM_HOST_FIGHTER_1, "fighter_1", choice.fighterNames[0]},
+        {ITEM_HOST_FIGHTER_2, "fighter_2", choice.fighterNames[1]},
+        {ITEM_JOIN_FIGHTER_1, "fighter_1", choice.fighterNames[0]},
+        {ITEM_JOIN_FIGHTER_2, "fighter_2", choice.fighterNames[1]},
+    };
+    for (const auto& label : labels) menu.find(label.id)->label = ContentChoice::labelled(word(label.key), label.name);
 }
 
 void DemoMenu::host() {
     auto* server = new DemoServer(port);
-    server->setup(valueOf(ITEM_HOST_PLAYERS), valueOf(ITEM_HOST_BOTS));
+    server->setup(valueOf(ITEM_HOST_PLAYERS), valueOf(ITEM_HOST_BOTS), choice);
     Engine::push(server);
 }
 
@@ -71,7 +106,7 @@ void DemoMenu::join() {
     }
     settings->save(SETTINGS);
     auto* client = new DemoClient(port);
-    client->setup(valueOf(ITEM_JOIN_PLAYERS), address);
+    client->setup(valueOf(ITEM_JOIN_PLAYERS), address, choice);
     Engine::push(client);
 }
 

@@ -2,13 +2,16 @@
 #include <cstdint>
 #include <string>
 
+#include "frontend/ContentChoice.h"
 #include "frontend/MenuScreen.h"
 #include "graphics/SpriteInstance.h"
 #include "network/Packet.h"
 
 // The first screen: host a game for the players at this keyboard and some
 // bots, or join one at an address, which is kept in the settings for the
-// next time. Everything comes back here when a game is left.
+// next time; the players' fighters and the host's arena are chosen here.
+// The local menus open from here too. Everything comes back here when a
+// game is left.
 class DemoMenu : public MenuScreen {
 public:
     enum ItemId {
@@ -25,6 +28,13 @@ public:
         ITEM_JOIN_PLAYERS = 15,
         ITEM_JOIN_START = 16,
         ITEM_JOIN_EXIT = 17,
+        // Beyond the first design, after its items on each level.
+        ITEM_LOCAL = 18,
+        ITEM_HOST_ARENA = 19,
+        ITEM_HOST_FIGHTER_1 = 20,
+        ITEM_HOST_FIGHTER_2 = 21,
+        ITEM_JOIN_FIGHTER_1 = 22,
+        ITEM_JOIN_FIGHTER_2 = 23,
     };
     static constexpr const char* SECTION = "demo_menu";
     static constexpr const char* SETTINGS = "config.nvo";
@@ -34,11 +44,15 @@ public:
 
     void init() override;
     void draw() override;
+    // Reads the choice back from a selection screen that is leaving.
+    void resume() override;
     int getType() override { return STATE_DEMO_MENU; }
 
     // The port hosted on and joined.
     int32_t port = Packet::PORT;
     Graphics::SpriteInstance background;
+    // The players' fighters count for hosting and joining alike.
+    ContentChoice choice;
 
 protected:
     void choose(int32_t id) override;
@@ -49,4 +63,6 @@ private:
     int valueOf(int32_t id) { return static_cast<int>(menu.find(id)->value); }
     void host();
     void join();
+    // The labels that tell what was chosen.
+    void showChoices();
 };

@@ -1,6 +1,8 @@
 #pragma once
 #include <cstdint>
+#include <string>
 
+#include "frontend/ContentChoice.h"
 #include "frontend/GameNotice.h"
 #include "network/LocalGame.h"
 #include "network/Packet.h"
@@ -17,8 +19,10 @@ public:
 
     explicit DemoServer(int32_t port = Packet::PORT) : game(port) {}
 
-    // Who plays: players on controllers 0 and up, then the bots. Before the push.
-    void setup(int players, int bots);
+    // Who plays where, before the push: players on controllers 0 and up with
+    // the fighters chosen for them, then the bots with the fighters of the
+    // list in turn, in the arena chosen.
+    void setup(int players, int bots, const ContentChoice& choice = ContentChoice());
     void init() override;
     void update(float dt) override;
     void draw() override;
@@ -29,4 +33,5 @@ public:
 
     Network::LocalGame game;
     GameNotice notice;
+    std::string arenaScript = Network::LocalGame::DEFAULT_ARENA;
 };

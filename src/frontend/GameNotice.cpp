@@ -6,10 +6,10 @@
 
 void GameNotice::init() { ScreenText::init(text, WIDTH, HEIGHT, ScreenText::CENTRED_WRAPPED); }
 
-void GameNotice::show(const char* key) {
+void GameNotice::show(const char* key, const std::string& detail) {
     IniFile words;
     LanguageFile::load(words, SECTION);
-    text.setText(words.get(key));
+    text.setText(words.get(key) + detail);
     text.update();
 }
 

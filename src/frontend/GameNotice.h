@@ -1,4 +1,6 @@
 #pragma once
+#include <string>
+
 #include "graphics/Text.h"
 
 // The one line that a game screen shows over the world, such as a lost
@@ -12,8 +14,9 @@ public:
     static constexpr int32_t HEIGHT = 600;
 
     void init();
-    // The word of `key`; a key missing from the file shows nothing.
-    void show(const char* key);
+    // The word of `key`, then `detail`; a key missing from the file shows
+    // the detail alone.
+    void show(const char* key, const std::string& detail = std::string());
     void hide();
     void draw();
 

@@ -133,11 +133,6 @@ void StateCharacterSelect::draw() {
     desc.draw(half + DESC_MARGIN, static_cast<float>(DESC_TOP), 0.0f, 255.0f);
 }
 
-std::string StateCharacterSelect::selectedPath(int player) const {
-    if (player < 0 || player >= static_cast<int>(selected.size()) || !selected[player]) return std::string();
-    return selected[player]->path;
-}
-
 void StateCharacterSelect::clear() {
     for (Fighter& fighter : fighters) delete fighter.character;
     fighters.clear();

@@ -41,9 +41,6 @@ public:
     void resume() override {}
     int getType() override { return STATE_CHARACTER_SELECT; }
 
-    // The script of a player's fighter; empty when none was chosen.
-    std::string selectedPath(int player) const;
-
     Menu menu;
     UI::Text title;
     UI::Text list;

@@ -1,14 +1,12 @@
 #include "frontend/StateDuelPrepare.h"
 
-#include "frontend/StateArenaSelect.h"
-#include "frontend/StateCharacterSelect.h"
+#include "frontend/StateDuel.h"
 #include "shell/Engine.h"
 #include "shell/Log.h"
 
 void StateDuelPrepare::init() {
     openMenu("game_classic");
-    // A duel can't be started yet, and the item says so.
-    menu.addItem(ITEM_START, MENU_ACTION, word("menu_no_start"));
+    menu.addItem(ITEM_START, MENU_ACTION, word("menu_start"));
     menu.addItem(ITEM_ARENA, MENU_ACTION, word("menu_select_arena"));
     menu.addItem(ITEM_FIGHTER_1, MENU_ACTION, word("menu_select_char_1"));
     menu.addItem(ITEM_FIGHTER_2, MENU_ACTION, word("menu_select_char_2"));
@@ -19,49 +17,45 @@ void StateDuelPrepare::init() {
     time->setRange(0.0f, 90.0f, 1.0f);
     time->value = 45.0f;
     menu.addItem(ITEM_RETURN, MENU_BACK, word("menu_return"));
-    selecting = SELECTING_NONE;
+    menu.addItem(ITEM_OPPONENT, MENU_ACTION, "");
+    choice.selecting = ContentChoice::SELECTING_NONE;
+    showChoices();
     showMenu();
 }
 
 void StateDuelPrepare::choose(int32_t id) {
     if (id == ITEM_START) {
-        menu.resume();
+        startDuel();
     } else if (id == ITEM_ARENA) {
-        selecting = SELECTING_ARENA;
-        Engine::push(new StateArenaSelect());
+        choice.selectArena();
     } else if (id == ITEM_FIGHTER_1 || id == ITEM_FIGHTER_2) {
-        auto* select = new StateCharacterSelect();
-        select->setPlayers(1);
-        selecting = id == ITEM_FIGHTER_1 ? SELECTING_FIGHTER_1 : SELECTING_FIGHTER_2;
-        Engine::push(select);
+        choice.selectFighter(id - ITEM_FIGHTER_1);
+    } else if (id == ITEM_OPPONENT) {
+        secondIsBot = !secondIsBot;
+        showChoices();
+        rearm();
     } else {
         Log::info("StateDuelPrepare.update: Nieznana akcja (%d)", id);
         menu.resume();
     }
 }
 
+void StateDuelPrepare::startDuel() {
+    auto* duel = new StateDuel(port);
+    duel->setup(choice, secondIsBot, static_cast<int32_t>(menu.find(ITEM_ROUNDS)->value),
+                menu.find(ITEM_TIME)->value);
+    Engine::push(duel);
+}
+
 void StateDuelPrepare::resume() {
-    if (selecting == SELECTING_FIGHTER_1 || selecting == SELECTING_FIGHTER_2) {
-        auto* select =
-            finishedSelection<StateCharacterSelect>(STATE_CHARACTER_SELECT, "STATE_CHARACTER_SELECT", "postaci");
-        if (select) fighterPaths[selecting - SELECTING_FIGHTER_1] = select->selectedPath(0);
-    } else if (selecting == SELECTING_ARENA) {
-        auto* select = finishedSelection<StateArenaSelect>(STATE_ARENA_SELECT, "STATE_ARENA_SELECT", "areny");
-        if (select) arenaPath = select->chosenPath();
-    }
+    choice.takeBack("StateDuelPrepare.resume");
+    showChoices();
     rearm();
 }
 
-template <typename Selection>
-Selection* StateDuelPrepare::finishedSelection(int type, const char* typeName, const char* what) {
-    if (Engine::top()->getType() != type) {
-        Log::fail("StateDuelPrepare.resume: Skopane state, oczekiwano %s, otrzymano cos innego", typeName);
-        return nullptr;
-    }
-    auto* select = static_cast<Selection*>(Engine::top());
-    if (select->cancelled) {
-        Log::info("StateDuelPrepare.resume: Wybor %s przerwany", what);
-        return nullptr;
-    }
-    return select;
+void StateDuelPrepare::showChoices() {
+    menu.find(ITEM_ARENA)->label = ContentChoice::labelled(word("menu_select_arena"), choice.arenaName);
+    menu.find(ITEM_FIGHTER_1)->label = ContentChoice::labelled(word("menu_select_char_1"), choice.fighterNames[0]);
+    menu.find(ITEM_FIGHTER_2)->label = ContentChoice::labelled(word("menu_select_char_2"), choice.fighterNames[1]);
+    menu.find(ITEM_OPPONENT)->label = word(secondIsBot ? "menu_second_bot" : "menu_second_player");
 }

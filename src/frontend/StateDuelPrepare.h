@@ -1,11 +1,13 @@
 #pragma once
-#include <string>
+#include <cstdint>
 
+#include "frontend/ContentChoice.h"
 #include "frontend/MenuScreen.h"
+#include "network/Packet.h"
 
-// The set-up of a local duel: the arena, two fighters, the rounds and the
-// seconds of a round. The choices are kept here; starting the duel isn't
-// possible yet, so its item does nothing.
+// The set-up of a local duel: the arena, two fighters, who plays the second
+// one, the rounds and the seconds of a round; the start item runs the duel,
+// and the set-up comes back when it is over.
 class StateDuelPrepare : public MenuScreen {
 public:
     enum ItemId {
@@ -16,13 +18,7 @@ public:
         ITEM_ROUNDS = 4,
         ITEM_TIME = 5,
         ITEM_RETURN = 6,
-    };
-    // What is being chosen on the screen above.
-    enum Selecting {
-        SELECTING_NONE = 0,
-        SELECTING_FIGHTER_1 = 1,
-        SELECTING_FIGHTER_2 = 2,
-        SELECTING_ARENA = 3,
+        ITEM_OPPONENT = 7,
     };
 
     void init() override;
@@ -30,17 +26,17 @@ public:
     void resume() override;
     int getType() override { return STATE_DUEL_PREPARE; }
 
-    int32_t selecting = SELECTING_NONE;
-    // Script paths of the choices; empty until chosen.
-    std::string fighterPaths[2];
-    std::string arenaPath;
+    // The port the duel is hosted on.
+    int32_t port = Packet::PORT;
+    ContentChoice choice;
+    // The second fighter is the computer's rather than player 2's.
+    bool secondIsBot = false;
 
 protected:
     void choose(int32_t id) override;
 
 private:
-    // The selection screen on top, unless it isn't of the type expected or
-    // was broken off; both are logged.
-    template <typename Selection>
-    Selection* finishedSelection(int type, const char* typeName, const char* what);
+    void startDuel();
+    // The labels that tell what was chosen.
+    void showChoices();
 };

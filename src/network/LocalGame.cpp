@@ -37,6 +37,8 @@ bool LocalGame::open(const std::string& arenaScript) {
     return server.init(rules, arena, port);
 }
 
+GameModes::Deathmatch* LocalGame::rules() { return static_cast<GameModes::Deathmatch*>(server.gamemode); }
+
 void LocalGame::update(float dt) {
     if (!isOpen()) return;
     server.tick(dt);

@@ -8,6 +8,9 @@
 #include "network/Server.h"
 
 class Controller;
+namespace GameModes {
+class Deathmatch;
+}
 
 namespace Network {
 
@@ -44,6 +47,8 @@ public:
     // Ends the server, lets every client go and closes every connection.
     void clear();
     bool isOpen() { return server.socket.isRunning(); }
+    // The server's rules, made by open; null before.
+    GameModes::Deathmatch* rules();
 
     const int32_t port;
     Server server;

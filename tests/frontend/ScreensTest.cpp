@@ -28,7 +28,7 @@ protected:
         FrontendTest::SetUp();
         TestSupport::writeFile("lang.ini", "[menu_main]\nstart=Play\nreturn=Back\noptions=Options\n"
                                            "options_controls=Controls\noptions_player=Player\noptions_sound=Sound\n"
-                                           "options_music=Music\nexit=Quit\n[game_classic]\nmenu_no_start=Not yet\n"
+                                           "options_music=Music\nexit=Quit\n[game_classic]\nmenu_start=Go\nmenu_select_char_1=One\n"
                                            "[controls]\nup=Up\ndown=Down\ntaken=Taken by\nnone=none\n"
                                            "[character_select]\nreturn=Back\nrandom=Any\n"
                                            "[arena_select]\nreturn=Leave\nrandom=Any arena\n");
@@ -134,11 +134,6 @@ TEST_F(ScreensTest, FightersComeInTheListsOrderThenFromDiskAndTheChoiceGoesBack)
     inMemory("character/delta/init.lua", fighterScript("Delta"));
     ASSERT_EQ(mkdir("character", 0700) | mkdir("character/gamma", 0700), 0);
     TestSupport::writeFile("character/gamma/init.lua", fighterScript("Gamma"));
-    press({SDLK_RETURN, SDLK_RETURN});
-    const std::string shown = prepare()->text.text;
-    EXPECT_EQ(shown.substr(0, 9), "[Not yet]");
-    press({SDLK_RETURN});  // the start item does nothing
-    EXPECT_EQ(prepare()->text.text, shown);
     select(2);
     auto* choice = top<StateCharacterSelect>();
     ASSERT_NE(choice, nullptr);
@@ -151,7 +146,8 @@ TEST_F(ScreensTest, FightersComeInTheListsOrderThenFromDiskAndTheChoiceGoesBack)
         EXPECT_EQ(choice->desc.alpha, alpha);
     }
     press({SDLK_RETURN});
-    EXPECT_EQ(prepare()->fighterPaths[0], "character/alpha/init.lua");
+    EXPECT_EQ(prepare()->choice.fighterPaths[0], "character/alpha/init.lua");
+    EXPECT_EQ(prepare()->text.text.substr(0, 17), "Go\n\n[One: Alpha]\n");
     EXPECT_FALSE(prepare()->menu.done);
 }
 
@@ -176,7 +172,7 @@ TEST_F(ScreensTest, ArenasFadeInTwiceAsFastAsTheyFadeOutAndTheChoiceGoesBack) {
     press({SDLK_DOWN});
     EXPECT_EQ(choice->desc.alpha, 0.0f);  // "two" has no description
     press({SDLK_RETURN});
-    EXPECT_EQ(prepare()->arenaPath, "arena/two/init.lua");
+    EXPECT_EQ(prepare()->choice.arenaPath, "arena/two/init.lua");
 }
 
 TEST_F(ScreensTest, RandomPicksOnlyWhatLoadedAndNothingFromAnEmptyList) {
@@ -187,13 +183,13 @@ TEST_F(ScreensTest, RandomPicksOnlyWhatLoadedAndNothingFromAnEmptyList) {
     inMemory("arena/two/init.lua", ARENA_SCRIPT);
     select(3);
     press({SDLK_DOWN, SDLK_RETURN});
-    EXPECT_EQ(prepare()->fighterPaths[1], "character/alpha/init.lua");
+    EXPECT_EQ(prepare()->choice.fighterPaths[1], "character/alpha/init.lua");
     press({SDLK_UP, SDLK_UP});
     for (int i = 0; i < 10; ++i) {
-        prepare()->arenaPath.clear();
+        prepare()->choice.arenaPath.clear();
         select(0);
         press({SDLK_DOWN, SDLK_RETURN});
-        EXPECT_TRUE(prepare()->arenaPath == "arena/one/init.lua" || prepare()->arenaPath == "arena/two/init.lua");
+        EXPECT_TRUE(prepare()->choice.arenaPath == "arena/one/init.lua" || prepare()->choice.arenaPath == "arena/two/init.lua");
     }
     Resource::clear();
     for (const auto& [item, cancelled] : {std::pair{3, "Wybor postaci przerwany"}, {1, "Wybor areny przerwany"}}) {
@@ -205,7 +201,7 @@ TEST_F(ScreensTest, RandomPicksOnlyWhatLoadedAndNothingFromAnEmptyList) {
         press({SDLK_ESCAPE});
         EXPECT_NE(out.text().find(cancelled), std::string::npos);
     }
-    EXPECT_EQ(prepare()->fighterPaths[1], "character/alpha/init.lua");
+    EXPECT_EQ(prepare()->choice.fighterPaths[1], "character/alpha/init.lua");
 }
 
 }  // namespace

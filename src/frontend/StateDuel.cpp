@@ -1,0 +1,59 @@
+#include "frontend/StateDuel.h"
+
+#include <SDL/SDL.h>
+
+#include "gameplay/Arena.h"
+#include "gameplay/Character.h"
+#include "gameplay/ControllerManager.h"
+#include "gameplay/Deathmatch.h"
+#include "shell/Engine.h"
+
+void StateDuel::setup(const ContentChoice& choice, bool secondIsBot, int32_t rounds, float seconds) {
+    clear();
+    game.addPlayer(ControllerManager::get(0), choice.fighterScript(0));
+    if (secondIsBot)
+        game.addBot(choice.fighterScript(1));
+    else
+        game.addPlayer(ControllerManager::get(1), choice.fighterScript(1));
+    arenaScript = choice.arenaScript();
+    roundLimit = rounds;
+    timeLimit = seconds;
+}
+
+void StateDuel::init() {
+    DemoServer::init();
+    resultTime = -1.0f;
+    // Set before anybody is ready, so before the rules start.
+    if (GameModes::Deathmatch* rules = game.rules()) {
+        rules->roundLimit = roundLimit;
+        rules->timeLimit = timeLimit;
+    }
+}
+
+void StateDuel::update(float dt) {
+    game.update(dt);
+    const uint8_t* keys = SDL_GetKeyState(nullptr);
+    if (resultTime < 0.0f) {
+        const GameModes::Deathmatch* rules = game.rules();
+        if (rules && rules->matchOver)
+            showResult();
+        else if (keys[SDLK_ESCAPE])
+            Engine::pop();
+        return;
+    }
+    resultTime += dt;
+    if (resultTime >= RESULT_SECONDS || keys[SDLK_RETURN] || keys[SDLK_ESCAPE]) Engine::pop();
+}
+
+// The server's world is the one that counts, and it knows the fighters' names.
+void StateDuel::showResult() {
+    resultTime = 0.0f;
+    const int32_t winner = game.rules()->matchWinner;
+    for (const Character* fighter : game.server.arena->characters) {
+        if (fighter->id == winner) {
+            notice.show(WON, fighter->name);
+            return;
+        }
+    }
+    notice.show(DRAW);
+}
