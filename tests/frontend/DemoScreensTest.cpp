@@ -13,6 +13,10 @@
 #include "frontend/DemoClient.h"
 #include "frontend/DemoMenu.h"
 #include "frontend/DemoServer.h"
+#include "frontend/StateDuel.h"
+#include "frontend/StateDuelPrepare.h"
+#include "frontend/StateMenu.h"
+#include "gameplay/Deathmatch.h"
 #include "gameplay/Arena.h"
 #include "network/LocalGame.h"
 #include "resources/Database.h"
@@ -36,8 +40,12 @@ protected:
         TestSupport::writeFile("lang.ini", "[demo_menu]\nhost=Host\nhost_players=Players\nhost_bots=Bots\n"
                                            "host_start=Start\nhost_exit=Back\njoin=Join\njoin_ip=Address\n"
                                            "join_ip_a=A\njoin_ip_b=B\njoin_ip_c=C\njoin_ip_d=D\njoin_exit=Leave\n"
-                                           "join_players=Players\njoin_start=Connect\nexit=Quit\n"
-                                           "[demo_game]\ndisconnected2=Lost\nport_taken=Taken\n");
+                                           "join_players=Players\njoin_start=Connect\nexit=Quit\nlocal=Local\n"
+                                           "arena=Arena\nfighter_1=One\nfighter_2=Two\n"
+                                           "[demo_game]\ndisconnected2=Lost\nport_taken=Taken\nduel_won=Won by \n"
+                                           "duel_draw=Draw\n[menu_main]\nexit=Out\n[game_classic]\nmenu_start=Go\n"
+                                           "menu_rounds=Rounds\nmenu_time=Time\nmenu_second_player=P2\n"
+                                           "menu_second_bot=Bot\n");
     }
     void TearDown() override {
         FrontendTest::TearDown();
@@ -66,6 +74,14 @@ protected:
         }
         return false;
     }
+    // On a selection screen just pushed: the entry `down` places below
+    // "return". The game's fighters are Back, Any, Mowca, Sroka, Ropuch; its
+    // arenas Back, Any, osmiornica, biblioteka, default.
+    static void pick(int down) {
+        pressTimes(SDLK_DOWN, down);
+        press({SDLK_RETURN});
+    }
+    static std::string fighterOf(const Client* client) { return client->character->path; }
     static bool inGame(const Client& client, size_t fighters) {
         return client.gameState == 1 && client.id >= 0 && client.arena &&
                client.arena->characters.size() == fighters;
@@ -81,7 +97,14 @@ protected:
 
 TEST_F(DemoScreensTest, TheMenuOpensOnItsRootOverItsPictureAndQuitEndsTheProgram) {
     start(17310);
-    EXPECT_EQ(shown(), "[Host]\nJoin\nQuit");
+    EXPECT_EQ(shown(), "[Host]\nJoin\nQuit\nLocal");
+    // The local menus come and go, and the program runs on.
+    press({SDLK_UP, SDLK_RETURN});
+    ASSERT_NE(top<StateMenu>(), nullptr);
+    press({SDLK_UP, SDLK_RETURN});
+    EXPECT_EQ(shown(), "Host\nJoin\nQuit\n[Local]");
+    EXPECT_TRUE(Engine::isRunning());
+    press({SDLK_DOWN});
     // The picture fills the window to its far corner: dark purple, not the clear colour.
     Engine::draw();
     Render::flush();
@@ -109,7 +132,13 @@ TEST_F(DemoScreensTest, AHeldPortShowsItsNoticeAndTheMostPlayersAndBotsFightOnce
     holder.reset();
 
     press({SDLK_UP, SDLK_UP});
-    EXPECT_EQ(shown(), "[Players: 1]\nBots: 0\nStart\nBack");
+    EXPECT_EQ(shown(), "[Players: 1]\nBots: 0\nStart\nBack\nArena\nOne\nTwo");
+    press({SDLK_UP, SDLK_UP, SDLK_RETURN});
+    pick(3);
+    press({SDLK_UP, SDLK_RETURN});
+    pick(3);
+    EXPECT_EQ(shown(), "Players: 1\nBots: 0\nStart\nBack\n[Arena: biblioteka]\nOne: Sroka\nTwo");
+    press({SDLK_DOWN, SDLK_DOWN, SDLK_DOWN});
     pressTimes(SDLK_RIGHT, 2);
     press({SDLK_DOWN});
     pressTimes(SDLK_RIGHT, 9);
@@ -119,7 +148,14 @@ TEST_F(DemoScreensTest, AHeldPortShowsItsNoticeAndTheMostPlayersAndBotsFightOnce
     LocalGame& game = hosting->game;
     ASSERT_TRUE(game.isOpen());
     ASSERT_EQ(game.players.size(), 2u);
-    EXPECT_EQ(game.bots.size(), 8u);
+    ASSERT_EQ(game.bots.size(), 8u);
+    EXPECT_EQ(fighterOf(game.players[0]), "character/sroka/init.lua");
+    EXPECT_EQ(fighterOf(game.players[1]), LocalGame::DEFAULT_FIGHTER);
+    EXPECT_EQ(game.server.arena->path, "arena/biblioteka/init.lua");
+    // The bots take the listed fighters in turn.
+    const char* const listed[] = {"default", "sroka", "ropuch"};
+    for (size_t i = 0; i < game.bots.size(); ++i)
+        EXPECT_EQ(fighterOf(game.bots[i]), std::string("character/") + listed[i % 3] + "/init.lua") << i;
     for (size_t i = 0; i < 2; ++i) {
         EXPECT_EQ(game.players[i]->controller, ControllerManager::get(int(i)));
         EXPECT_EQ(game.players[i]->mode, Client::MODE_MAIN);  // each local player hears the game
@@ -129,7 +165,7 @@ TEST_F(DemoScreensTest, AHeldPortShowsItsNoticeAndTheMostPlayersAndBotsFightOnce
 
     leave();
     ASSERT_NE(top<DemoMenu>(), nullptr);
-    EXPECT_EQ(shown(), "Players: 2\nBots: 8\n[Start]\nBack");
+    EXPECT_EQ(shown(), "Players: 2\nBots: 8\n[Start]\nBack\nArena: biblioteka\nOne: Sroka\nTwo");
     // The port was let go with the game: hosting again works at once.
     press({SDLK_RETURN});
     ASSERT_NE(top<DemoServer>(), nullptr);
@@ -148,7 +184,9 @@ TEST_F(DemoScreensTest, AJoinKeepsTheAddressAndTheNoticeStandsWhileTheHostIsAway
     press({SDLK_DOWN, SDLK_RETURN, SDLK_RETURN});
     EXPECT_EQ(shown(), "[A: 0]\nB: 0\nC: 0\nD: 0\nLeave");
     pressTimes(SDLK_RIGHT, 127);
-    press({SDLK_UP, SDLK_UP, SDLK_RIGHT, SDLK_ESCAPE, SDLK_DOWN, SDLK_RIGHT, SDLK_DOWN, SDLK_RETURN});
+    press({SDLK_UP, SDLK_UP, SDLK_RIGHT, SDLK_ESCAPE, SDLK_DOWN, SDLK_RIGHT, SDLK_UP, SDLK_UP, SDLK_RETURN});
+    pick(4);
+    press({SDLK_DOWN, SDLK_DOWN, SDLK_DOWN, SDLK_RETURN});
     auto* joining = top<DemoClient>();
     ASSERT_NE(joining, nullptr);
     ASSERT_EQ(joining->clients.size(), 2u);
@@ -156,6 +194,8 @@ TEST_F(DemoScreensTest, AJoinKeepsTheAddressAndTheNoticeStandsWhileTheHostIsAway
     EXPECT_EQ(first.address, "127.0.0.1");
     EXPECT_EQ(joining->clients[1]->mode, Client::MODE_LOCAL);  // one pair of speakers plays
     EXPECT_EQ(joining->clients[1]->controller, ControllerManager::get(1));
+    EXPECT_EQ(fighterOf(joining->clients[0]), LocalGame::DEFAULT_FIGHTER);
+    EXPECT_EQ(fighterOf(joining->clients[1]), "character/ropuch/init.lua");
 
     // Saved at once, beside every record the file held.
     Database saved;
@@ -189,6 +229,59 @@ TEST_F(DemoScreensTest, AJoinKeepsTheAddressAndTheNoticeStandsWhileTheHostIsAway
     start(17313);
     press({SDLK_DOWN, SDLK_RETURN, SDLK_RETURN});
     EXPECT_EQ(shown(), "[A: 127]\nB: 0\nC: 0\nD: 1\nLeave");
+}
+
+TEST_F(DemoScreensTest, ADuelOfTwoTimedRoundsAgainstTheBotShowsItsResultAndGoesBackToTheSetUp) {
+    auto* setUp = new StateDuelPrepare();
+    setUp->port = 17314;
+    Engine::push(setUp);
+    letGo();
+    const auto prepare = [] { return top<StateDuelPrepare>(); };
+    // The computer takes the second place, and a round lasts a second.
+    press({SDLK_UP, SDLK_RETURN});
+    EXPECT_EQ(prepare()->text.text.substr(0, 3), "Go\n");
+    EXPECT_EQ(prepare()->text.text.substr(prepare()->text.text.size() - 5), "[Bot]");
+    press({SDLK_UP, SDLK_UP, SDLK_UP, SDLK_LEFT, SDLK_DOWN});
+    pressTimes(SDLK_LEFT, 44);
+    EXPECT_NE(prepare()->text.text.find("[Time: 1]"), std::string::npos) << prepare()->text.text;
+
+    // The port held: the notice until Escape, as in hosting.
+    auto holder = std::make_unique<LocalGame>(17314);
+    ASSERT_TRUE(holder->open());
+    pressTimes(SDLK_UP, 5);
+    press({SDLK_RETURN});
+    ASSERT_NE(top<StateDuel>(), nullptr);
+    EXPECT_EQ(top<StateDuel>()->notice.text.text, "Taken");
+    leave();
+    ASSERT_NE(prepare(), nullptr);
+    holder.reset();
+
+    press({SDLK_RETURN});
+    auto* duel = top<StateDuel>();
+    ASSERT_NE(duel, nullptr);
+    GameModes::Deathmatch* rules = duel->game.rules();
+    ASSERT_NE(rules, nullptr);
+    EXPECT_EQ(rules->roundLimit, 2);
+    EXPECT_EQ(rules->timeLimit, 1.0f);
+    ASSERT_EQ(duel->game.bots.size(), 1u);
+    ASSERT_TRUE(runUntil([&] { return duel->resultTime >= 0.0f; }));
+    EXPECT_EQ(rules->roundWinners.size(), 2u);
+    const std::string result = duel->notice.text.text;
+    EXPECT_TRUE(result == "Draw" || result == "Won by Mowca") << result;
+    // The result stands for its seconds, then the set-up is back.
+    for (float shown = 0.5f; shown < StateDuel::RESULT_SECONDS; shown += 0.5f) {
+        Engine::update(0.5f);
+        ASSERT_EQ(top<StateDuel>(), duel);
+    }
+    Engine::update(0.5f);
+    ASSERT_NE(prepare(), nullptr);
+
+    // Escape breaks a duel off.
+    letGo();
+    press({SDLK_RETURN});
+    ASSERT_NE(top<StateDuel>(), nullptr);
+    leave();
+    EXPECT_NE(prepare(), nullptr);
 }
 
 }  // namespace
