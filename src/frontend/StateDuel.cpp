@@ -6,6 +6,8 @@
 #include "gameplay/Character.h"
 #include "gameplay/ControllerManager.h"
 #include "gameplay/Deathmatch.h"
+#include "resources/IniFile.h"
+#include "resources/LanguageFile.h"
 #include "shell/Engine.h"
 
 void StateDuel::setup(const ContentChoice& choice, bool secondIsBot, int32_t rounds, float seconds) {
@@ -45,15 +47,23 @@ void StateDuel::update(float dt) {
     if (resultTime >= RESULT_SECONDS || keys[SDLK_RETURN] || keys[SDLK_ESCAPE]) Engine::pop();
 }
 
-// The server's world is the one that counts, and it knows the fighters' names.
+// The server's world is the one that counts, and it knows the fighters'
+// names; both sides may play the same fighter, so the side is told too.
 void StateDuel::showResult() {
     resultTime = 0.0f;
     const int32_t winner = game.rules()->matchWinner;
     for (const Character* fighter : game.server.arena->characters) {
-        if (fighter->id == winner) {
-            notice.show(WON, fighter->name);
-            return;
-        }
+        if (fighter->id != winner) continue;
+        notice.show(WON, fighter->name + " (" + sideOf(winner) + ")");
+        return;
     }
     notice.show(DRAW);
+}
+
+std::string StateDuel::sideOf(int32_t id) {
+    IniFile words;
+    LanguageFile::load(words, GameNotice::SECTION);
+    for (std::size_t i = 0; i < game.players.size(); ++i)
+        if (game.players[i]->id == id) return words.get("duel_player") + std::to_string(i + 1);
+    return words.get("duel_computer");
 }

@@ -1,5 +1,6 @@
 #pragma once
 #include <cstdint>
+#include <string>
 
 #include "frontend/ContentChoice.h"
 #include "frontend/DemoServer.h"
@@ -30,4 +31,6 @@ public:
 
 private:
     void showResult();
+    // "player 1", "player 2" or the computer, by the server's slot.
+    std::string sideOf(int32_t id);
 };
