@@ -10,6 +10,14 @@
 #include "resources/LanguageFile.h"
 #include "shell/Engine.h"
 
+namespace {
+
+// The words of the result in the notices' section.
+const char* const WON = "duel_won";
+const char* const DRAW = "duel_draw";
+
+}  // namespace
+
 void StateDuel::setup(const ContentChoice& choice, bool secondIsBot, int32_t rounds, float seconds) {
     clear();
     game.addPlayer(ControllerManager::get(0), choice.fighterScript(0));

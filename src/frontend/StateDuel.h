@@ -2,9 +2,7 @@
 #include <cstdint>
 #include <string>
 
-#include "frontend/ContentChoice.h"
 #include "frontend/DemoServer.h"
-#include "network/Packet.h"
 
 // A local duel: player 1 against player 2 or the computer, hosted in this
 // process as any game is, for a number of rounds of a limited time. When
@@ -13,8 +11,6 @@
 class StateDuel : public DemoServer {
 public:
     static constexpr float RESULT_SECONDS = 5.0f;
-    static constexpr const char* WON = "duel_won";
-    static constexpr const char* DRAW = "duel_draw";
 
     explicit StateDuel(int32_t port = Packet::PORT) : DemoServer(port) {}
 
