@@ -52,7 +52,7 @@ void ContentChoice::takeBack(const char* operation) {
         auto* select = finishedSelection<StateCharacterSelect>(operation, GameState::STATE_CHARACTER_SELECT,
                                                                "STATE_CHARACTER_SELECT", "postaci");
         const int player = selecting - SELECTING_FIGHTER_1;
-        if (select && select->selected[0]) {
+        if (select && !select->selected.empty() && select->selected[0]) {
             fighterPaths[player] = select->selected[0]->path;
             fighterNames[player] = select->selected[0]->name;
         }
