@@ -14,7 +14,7 @@ void pop();
 GameState* top();
 void quit();
 bool isRunning();
-// Shutdown: clear() of every state, top first, without resume or delete.
+// Shutdown: clear() and delete every state, top first, without resuming any.
 void clear();
 // How many states stand on the stack.
 unsigned depth();
