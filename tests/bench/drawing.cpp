@@ -1,14 +1,11 @@
-// What a frame's picture costs: quads through the batch, and a text of 504
-// glyphs in the game's font, laid out and drawn. Run under a display (xvfb-run).
+// What a frame's picture costs: quads through the batch. Run under a display (xvfb-run).
 #include <GL/glew.h>
 #include <benchmark/benchmark.h>
 
 #include <climits>
-#include <string>
 
 #include "BenchSupport.h"
 #include "graphics/ImageManager.h"
-#include "graphics/Text.h"
 
 namespace {
 
@@ -38,41 +35,5 @@ void BM_QuadsOfOneImage(benchmark::State& state) { drawQuads(state, INT_MAX); }
 void BM_QuadsOfAlternatingImages(benchmark::State& state) { drawQuads(state, 1); }
 BENCHMARK(BM_QuadsOfOneImage)->Arg(1000)->Arg(10000)->UseRealTime();
 BENCHMARK(BM_QuadsOfAlternatingImages)->Arg(1000)->UseRealTime();
-
-// 504 glyphs in 14 sentences, centred in a box of 600 by 400.
-UI::Text* sampleText() {
-    static UI::Text* text = []() -> UI::Text* {
-        if (!openWindow() || !enterGameData()) return nullptr;
-        std::string sentences;
-        for (int i = 0; i < 14; ++i) sentences += "The quick brown fox jumps over the lazy dog. ";
-        auto* made = new UI::Text("font/font_02.xml", sentences, 600, 400, -1, -1, -1);
-        made->flags = (made->flags & ~0x3Fu) | UI::Text::FLAG_CENTRE | UI::Text::FLAG_MIDDLE;
-        return made;
-    }();
-    return text;
-}
-
-void BM_TextLayout(benchmark::State& state) {
-    UI::Text* text = sampleText();
-    if (!text) return state.SkipWithError("no window or no game data");
-    for (auto _ : state) {
-        text->dirty = true;
-        text->update();
-    }
-    state.SetItemsProcessed(state.iterations() * 504);
-}
-BENCHMARK(BM_TextLayout);
-
-void BM_TextDraw(benchmark::State& state) {
-    UI::Text* text = sampleText();
-    if (!text) return state.SkipWithError("no window or no game data");
-    text->update();
-    for (auto _ : state) {
-        text->draw(100, 100, 0, 255);
-        glFinish();
-    }
-    state.SetItemsProcessed(state.iterations() * 504);
-}
-BENCHMARK(BM_TextDraw);
 
 }  // namespace

@@ -1,5 +1,5 @@
 // The transport worker's share of a core, spinning or waiting, idle or with
-// clients, and how long a queued packet takes to reach a client.
+// clients.
 #include <SDL/SDL_net.h>
 #include <benchmark/benchmark.h>
 
@@ -65,19 +65,5 @@ BENCHMARK(BM_SocketServerWorkerCpu)
     ->Iterations(1)
     ->UseManualTime()
     ->Unit(benchmark::kSecond);
-
-// The worker must not sleep through a packet queued on the main thread,
-// however long it may wait.
-void BM_SocketServerSendLatency(benchmark::State& state) {
-    Hosting hosting(int(state.range(0)), 1);
-    const char payload[56] = {};
-    for (auto _ : state) {
-        hosting.server.send(0, CHARACTER_STATE, sizeof payload, payload);
-        Packet* packet = nullptr;
-        for (; !packet; packet = hosting.clients[0]->pop()) hosting.clients[0]->updatePing();
-        Packet::destroy(packet);
-    }
-}
-BENCHMARK(BM_SocketServerSendLatency)->ArgName("wait_ms")->Arg(1)->Arg(100)->Unit(benchmark::kMicrosecond);
 
 }  // namespace

@@ -1,5 +1,5 @@
-// One frame of a world with the game's own arena and fighters: on the server
-// the scripts, input, speech and physics; in a local world the same and drawing.
+// One frame of a server's world with the game's own arena and fighters: the
+// scripts, input, speech and physics.
 #include <benchmark/benchmark.h>
 
 #include <memory>
@@ -13,12 +13,12 @@
 namespace {
 
 struct World {
-    World(int fighters, int32_t side) {
-        arena.objectType = side;
+    explicit World(int fighters) {
+        arena.objectType = OBJECT_SERVER;
         arena.init("arena/osmiornica/init.lua");
         for (int i = 0; i < fighters; ++i) {
             auto& fighter = *characters.emplace_back(std::make_unique<Character>());
-            fighter.objectType = side;
+            fighter.objectType = OBJECT_SERVER;
             fighter.init("character/default/init.lua");
             fighter.id = i;
             fighter.controller = pads.emplace_back(std::make_unique<ControllerDummy>()).get();
@@ -51,25 +51,11 @@ struct World {
 
 void BM_ServerWorldFrame(benchmark::State& state) {
     if (!enterGameData()) return state.SkipWithError("no game data");
-    World world(static_cast<int>(state.range(0)), OBJECT_SERVER);
+    World world(static_cast<int>(state.range(0)));
     int frame = 0;
     for (auto _ : state) world.update(frame++);
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(BM_ServerWorldFrame)->Arg(2)->Arg(8)->Arg(64);
-
-// Updated, drawn and flipped in a window.
-void BM_LocalWorldFrameDrawn(benchmark::State& state) {
-    if (!openWindow() || !enterGameData()) return state.SkipWithError("no window or no game data");
-    World world(static_cast<int>(state.range(0)), OBJECT_LOCAL);
-    int frame = 0;
-    for (auto _ : state) {
-        world.update(frame++);
-        world.arena.draw();
-        Render::flip();
-    }
-    state.SetItemsProcessed(state.iterations());
-}
-BENCHMARK(BM_LocalWorldFrameDrawn)->Arg(2)->Arg(8);
 
 }  // namespace

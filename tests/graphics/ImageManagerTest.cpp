@@ -8,7 +8,19 @@ protected:
     TestSupport::ScopedTempDir dir;
 };
 
-TEST_F(ImageManagerTest, PictureFileBecomesOneSharedTextureInItsOwnColours) {
+// A missing or undecodable picture is null and tried again; a file read once is one shared texture.
+TEST_F(ImageManagerTest, PictureFileBecomesOneSharedTextureAndAFailureGivesNullAndTheReason) {
+    TestSupport::writeFile("broken.png", "\x89PNG not really a picture");
+    Graphics::Image *absent = nullptr, *broken = nullptr, *none = nullptr;
+    const std::string log = logOf([&] {
+        absent = ImageManager::load("strip.bmp");
+        broken = ImageManager::load("broken.png");
+    });
+    EXPECT_TRUE(absent == nullptr && broken == nullptr);
+    EXPECT_TRUE(contains(log, "FAIL: ImageManager.load: Nie udalo sie wczytac grafiki \"strip.bmp\"")) << log;
+    EXPECT_TRUE(contains(log, "ImageManager.loadGfx: Nie udalo sie zdekompresowac grafiki \"broken.png\"\n\terr: "));
+    EXPECT_EQ(logOf([&] { none = ImageManager::load("none", static_cast<SDL_Surface*>(nullptr)); }), "");
+    EXPECT_EQ(none, nullptr);
     SDL_SaveBMP(stripImage()->surface, "strip.bmp");
     Graphics::Image* image = ImageManager::load("strip.bmp");
     ASSERT_NE(image, nullptr);
@@ -16,22 +28,6 @@ TEST_F(ImageManagerTest, PictureFileBecomesOneSharedTextureInItsOwnColours) {
     EXPECT_EQ(ImageManager::load("strip.bmp"), image) << "read once";
     Render::drawImage(image, 20, 20, 0, 0, 0, 0);
     expectBox(20, 20, 51, 27, RED, YELLOW);
-}
-
-TEST_F(ImageManagerTest, MissingOrUndecodablePictureGivesNullAndTheReasonAndIsTriedAgain) {
-    TestSupport::writeFile("broken.png", "\x89PNG not really a picture");
-    Graphics::Image *absent = nullptr, *broken = nullptr, *none = nullptr;
-    const std::string log = logOf([&] {
-        absent = ImageManager::load("absent.bmp");
-        broken = ImageManager::load("broken.png");
-    });
-    EXPECT_TRUE(absent == nullptr && broken == nullptr);
-    EXPECT_TRUE(contains(log, "FAIL: ImageManager.load: Nie udalo sie wczytac grafiki \"absent.bmp\"")) << log;
-    EXPECT_TRUE(contains(log, "ImageManager.loadGfx: Nie udalo sie zdekompresowac grafiki \"broken.png\"\n\terr: "));
-    EXPECT_EQ(logOf([&] { none = ImageManager::load("none", static_cast<SDL_Surface*>(nullptr)); }), "");
-    EXPECT_EQ(none, nullptr);
-    SDL_SaveBMP(stripImage()->surface, "absent.bmp");
-    EXPECT_NE(ImageManager::load("absent.bmp"), nullptr);
 }
 
 TEST_F(ImageManagerTest, OnlyImagesWithoutHoldersAreDeleted) {

@@ -26,7 +26,7 @@ TEST_F(RenderBatchTest, QuadLandsWhereItsPositionTurnAndOriginPutIt) {
     }
 }
 
-TEST_F(RenderBatchTest, ColourGoesWithEachQuadAndOnlyTextureOrModeChangesCutTheBatch) {
+TEST_F(RenderBatchTest, ColourGoesWithEachQuadShapesTakeItWithoutTextureAndOnlyTextureOrModeChangesCutTheBatch) {
     Graphics::Image* white = blockImage("white", {WHITE});
     Graphics::Image* strip = stripImage();
     Render::setColor(255, 0, 0, 255);
@@ -47,9 +47,18 @@ TEST_F(RenderBatchTest, ColourGoesWithEachQuadAndOnlyTextureOrModeChangesCutTheB
     EXPECT_EQ(Render::frameStats().drawCalls, 4u);
     Render::drawImage(white, 10, 50, 0, 0, 0, 0);
     EXPECT_EQ(rgbAt(10, 50), WHITE);
+    // Shapes take the current colour, without texture; the change of mode draws the batch.
+    Render::setMode(Render::MODE_SCREEN_SHAPES);
+    Render::setColor(0, 255, 0, 255);
+    Render::drawRect(500, 400, 30, 20);
+    Render::drawLine(600, 450.5f, 650, 450.5f);
+    Render::setMode(Render::MODE_WORLD_IMAGES);
+    expectBox(500, 400, 529, 419, GREEN, GREEN);
+    EXPECT_EQ(rgbAt(620, 450), GREEN);
+    EXPECT_EQ(rgbAt(10, 50), WHITE);
     Render::flip();
-    EXPECT_EQ(Render::lastFrameStats().drawCalls, 5u);
-    EXPECT_EQ(Render::lastFrameStats().quads, 7u);
+    EXPECT_EQ(Render::lastFrameStats().drawCalls, 7u);
+    EXPECT_EQ(Render::lastFrameStats().quads, 7u);  // shapes are no quads
     EXPECT_EQ(Render::getMode(), Render::MODE_WORLD_IMAGES);
     EXPECT_EQ(rgbAt(15, 15), SKY) << "a flip clears the frame";
 }
@@ -72,18 +81,6 @@ TEST_F(RenderBatchTest, CameraShiftsWorldModesByWholePixelsAndCentresInCentredMo
     Render::drawImage(red, 50, 50, 0, 0, 0, 0);
     expectBox(400, 300, 407, 307, RED, RED);
     Render::setCamera(nullptr);
-}
-
-TEST_F(RenderBatchTest, ShapesTakeTheCurrentColourWithoutTexture) {
-    Render::drawImage(blockImage("red", {RED}), 0, 0, 0, 0, 0, 0);
-    Render::setMode(Render::MODE_SCREEN_SHAPES);  // draws the batch while texturing is on
-    Render::setColor(0, 255, 0, 255);
-    Render::drawRect(500, 400, 30, 20);
-    Render::drawLine(600, 450.5f, 650, 450.5f);
-    Render::setMode(Render::MODE_WORLD_IMAGES);
-    expectBox(500, 400, 529, 419, GREEN, GREEN);
-    EXPECT_EQ(rgbAt(620, 450), GREEN);
-    EXPECT_EQ(rgbAt(2, 2), RED);
 }
 
 }  // namespace

@@ -52,23 +52,19 @@ TEST_F(SpriteFormatTest, ListOfAnimFrameAndStripLines) {
     EXPECT_EQ(frame(1, 3), (Frame{48, 0, 16, 16, 0, 1, 0, 0}));
 }
 
-TEST_F(SpriteFormatTest, ListLinesOfNoUseAreIgnoredAndAShortAnimLineEndsTheList) {
+TEST_F(SpriteFormatTest, ListLinesOfNoUseAreIgnoredCountsBoundedAndAShortAnimLineEndsTheList) {
     const std::string log = parseList("frame 2 0 0 4 4\n"  // no animation to go to yet
                                       "+3 0 0 4 4 0 0\n012 0 0 4 4 0 0\n3 0 0 4 4 0\n--x\n"
                                       "anim 1\nframe 2 7\n"  // missing numbers read as 0
+                                      "anim 1 0\nframe 2000000000 0 0 1 1\nframe -5 0 0 1 1\n"
+                                      "2147483647 2147483000 0 2147483647 1 0 0\n-4 0 0 1 1 0 0\n"
                                       "anim\nanim 1 0 second\nframe 1 0 0 4 4\n");
-    ASSERT_EQ(sprite.animCount(), 1);
+    ASSERT_EQ(sprite.animCount(), 4);
     EXPECT_EQ(frame(0, 1), (Frame{7, 0, 0, 0, 0, 0, 0, 0}));
-    EXPECT_TRUE(contains(log, "FAIL: SpriteManager.txtParseAnim: Brak wymaganych informacji (\"anim\")"));
-}
-
-TEST_F(SpriteFormatTest, ListCountsAreBoundedAndNeverOverflow) {
-    parseList("anim 1 0\nframe 2000000000 0 0 1 1\nframe -5 0 0 1 1\n"
-              "2147483647 2147483000 0 2147483647 1 0 0\n-4 0 0 1 1 0 0\n");
-    ASSERT_EQ(sprite.animCount(), 3);
-    EXPECT_EQ(dir(0)->frameCount(), SpriteListFormat::MAX_FRAMES_PER_DIR);
     EXPECT_EQ(dir(1)->frameCount(), SpriteListFormat::MAX_FRAMES_PER_DIR);
-    EXPECT_EQ(dir(2)->frameCount(), 0);
+    EXPECT_EQ(dir(2)->frameCount(), SpriteListFormat::MAX_FRAMES_PER_DIR);
+    EXPECT_EQ(dir(3)->frameCount(), 0);
+    EXPECT_TRUE(contains(log, "FAIL: SpriteManager.txtParseAnim: Brak wymaganych informacji (\"anim\")"));
 }
 
 TEST_F(SpriteFormatTest, XmlAnimationsDirectionsAndFrames) {

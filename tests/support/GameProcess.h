@@ -15,20 +15,21 @@
 #include <string>
 #include <vector>
 
-// The staged game in a directory of its own, so that each run has its own
-// settings and log, started in the background.
+// The staged game, or the dedicated server beside it, in a directory of its
+// own, so that each run has its own settings and log, started in the background.
 class GameProcess {
 public:
     // `game` is the staged game's folder, `folder` an empty one of the caller's.
     GameProcess(const std::string& game, const std::string& folder) : dir(folder) {
-        for (const char* name : {"korvane", "data.ini", "data.cres", "lang.ini"})
+        for (const char* name : {"korvane", "korvane-server", "data.ini", "data.cres", "lang.ini"})
             if (symlink((game + "/" + name).c_str(), (dir + "/" + name).c_str()) != 0) perror("symlink");
     }
     ~GameProcess() { stop(SIGKILL); }
     GameProcess(const GameProcess&) = delete;
     GameProcess& operator=(const GameProcess&) = delete;
 
-    void start(const std::vector<std::string>& arguments = {}) {
+    // `program`: the game or another program staged beside it.
+    void start(const std::vector<std::string>& arguments = {}, const std::string& program = "korvane") {
         pid = fork();
         if (pid != 0) return;
         // The child: standard output and error into files, for the options that print.
@@ -40,8 +41,9 @@ public:
         // whose leaks can then no longer be told from ours by their stacks.
         // The game's own leaks are the in-process tests' to find.
         const char* asan = getenv("ASAN_OPTIONS");
-        setenv("ASAN_OPTIONS", (std::string(asan ? asan : "") + ":detect_leaks=0").c_str(), 1);
-        std::vector<char*> argv{const_cast<char*>("./korvane")};
+        if (program == "korvane") setenv("ASAN_OPTIONS", (std::string(asan ? asan : "") + ":detect_leaks=0").c_str(), 1);
+        const std::string path = "./" + program;
+        std::vector<char*> argv{const_cast<char*>(path.c_str())};
         for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
         argv.push_back(nullptr);
         execv(argv[0], argv.data());

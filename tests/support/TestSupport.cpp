@@ -7,7 +7,7 @@
 #include <fcntl.h>
 #include <fstream>
 #include <sstream>
-#include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace TestSupport {
@@ -63,6 +63,16 @@ std::string readFile(const std::string& path) {
     std::ostringstream ss;
     ss << in.rdbuf();
     return ss.str();
+}
+
+int run(const std::string& dir, const std::string& command, std::string* printed) {
+    FILE* pipe = popen(("cd '" + dir + "' && " + command + " 2>&1").c_str(), "r");
+    std::string text;
+    char buffer[4096];
+    for (size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;) text.append(buffer, n);
+    const int status = pclose(pipe);
+    if (printed) *printed = text;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 }  // namespace TestSupport

@@ -45,4 +45,8 @@ std::string logOf(Action&& action) {
 void writeFile(const std::string& path, const std::string& bytes);
 std::string readFile(const std::string& path);
 
+// Runs `command` through the shell in `dir`; its exit code, and what it
+// printed on standard output and error in `printed`.
+int run(const std::string& dir, const std::string& command, std::string* printed = nullptr);
+
 }  // namespace TestSupport

@@ -2,9 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <SDL.h>
-#include <sys/wait.h>
 
-#include <cstdio>
 #include <filesystem>
 #include <regex>
 #include <string>
@@ -13,23 +11,13 @@
 
 using std::filesystem::exists;
 using TestSupport::readFile;
+using TestSupport::run;
 using TestSupport::writeFile;
 
 namespace {
 
 const std::string GAME = KORVANE_BINARY_DIR "/game";
 const std::string TOOLS = KORVANE_BINARY_DIR "/tools/";
-
-// Runs `command` in `dir`; returns its exit code, and what it printed in `printed`.
-int run(const std::string& dir, const std::string& command, std::string* printed = nullptr) {
-    FILE* pipe = popen(("cd '" + dir + "' && " + command + " 2>&1").c_str(), "r");
-    std::string text;
-    char buffer[4096];
-    for (size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;) text.append(buffer, n);
-    const int status = pclose(pipe);
-    if (printed) *printed = text;
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
 
 // Pixels of a 24-bit shot (blue, green, red) in x0..x1, y0..y1 within `tolerance` of r, g, b.
 int countNear(SDL_Surface* s, int x0, int y0, int x1, int y1, int r, int g, int b, int tolerance) {
