@@ -115,27 +115,6 @@ TEST_F(ArenaTest, UpdateRunsEveryFighterAndOnlyWorldsThatDrawSortThem) {
               (std::vector<double>{1, 2, 2}));
 }
 
-TEST_F(ArenaTest, FighterSnapshotRoundTripsTwelveWords) {
-    Character* fighter = addFighter(12.5f, 340.0f, 4);
-    fighter->position.z = 7.0f;
-    fighter->speed = Vector(-3.0f, 4.0f, -5.0f, 0.0f);
-    fighter->block = 0.75f;
-    fighter->speakBlock = 0.25f;
-    fighter->state = Character::SPEAKING | Character::MOVING;
-    fighter->hp = -2.0f;
-    uint32_t size = 0;
-    const char* bytes = static_cast<const char*>(fighter->serialize(&size));
-    ASSERT_EQ(size, 48u);
-    Character copy;
-    copy.position.w = copy.speed.w = 1.0f;
-    EXPECT_FALSE(copy.deserialize(bytes, 47));  // one byte short: refused, nothing read
-    EXPECT_EQ(copy.position.w, 1.0f);
-    EXPECT_TRUE(copy.deserialize(bytes, 48));
-    EXPECT_EQ(std::string(static_cast<const char*>(copy.serialize(&size)), size), std::string(bytes, 48));
-    EXPECT_EQ(copy.position.w, 0.0f);
-    EXPECT_EQ(copy.speed.w, 0.0f);
-}
-
 // A fighter that leaves takes its bubbles along, and its place in the rules;
 // other effects and fighters stay. A server world loads no picture at all.
 TEST_F(ArenaTest, ALeavingFighterTakesItsBubblesAlong) {

@@ -83,8 +83,6 @@ TEST(ScriptCallTest, CallsOfTheScriptApi) {
         {LOCAL, ARENA, "setArena({dimension = {1.9, 2.9, 3.9, 4.9}}) r = cat(getArenaSize())", "", "1,2,3,4"},
         // The own fighter (fighter 2), which has no arena in its registry.
         {LOCAL, FIGHTER, "r = getCharacterHp(0)", "FAIL: LuaFuncs.getCharacterHp: NULL arena", "nil"},
-        {LOCAL, FIGHTER, "setCharacterHp()", "LuaFuncs.setCharacterHp: Za malo argumentow (otrzymano 0, oczekiwano 2)",
-         "nil"},
         {LOCAL, FIGHTER, "setArenaNoise()", "LuaFuncs.setArenaNoise: NULL arena", "nil"},
         {LOCAL, FIGHTER, "setHp(1e9) setAir(1e9) r = cat(getHp(), getAir()) setHp(-30) setAir(-5) "
                          "r = cat(r, getHp(), getAir())", "", "100,80,-30,-5"},
