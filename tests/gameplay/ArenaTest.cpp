@@ -31,10 +31,8 @@ TEST_F(ArenaTest, RangeShrinksUnderTheNoiseAndHearersBehindTheSpeakersBackTakeAQ
         {"nonsense reaches nobody", 0, NAN, -1, 400, 0, 0, 0},
         {"8 pixels behind the back: the full word", 0, 1, 0, 392, 6, 1, expectedDamage(10, WIDTH, 1)},
         {"9 pixels behind: a quarter", 0, 1, 0, 391, 12, 1, 0.25f * expectedDamage(15, WIDTH, 1)},
-        {"on the speaker's x: the full word", 0, 1, 0, 400, 10, 1, expectedDamage(10, WIDTH, 1)},
         {"8 pixels behind a speaker facing left", 0, 1, 4, 408, 6, 1, expectedDamage(10, WIDTH, 1)},
         {"9 pixels behind a speaker facing left", 0, 1, 4, 409, 12, 1, 0.25f * expectedDamage(15, WIDTH, 1)},
-        {"on the x of a speaker facing left", 0, 1, 4, 400, 10, 1, expectedDamage(10, WIDTH, 1)},
     };
     Character* speaker = addFighter(400.0f, 450.0f);
     Character* hearer = addFighter(0.0f, 450.0f);

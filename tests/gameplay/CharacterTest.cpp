@@ -120,6 +120,7 @@ TEST_F(CharacterTest, ARecognisedComboRunsInPlaceOfTheCallbacksUntilItEnds) {
     // No onDefend, and update only after the combo's second run ended it.
     EXPECT_EQ((std::vector<double>{eval(speaker->lua, "defends"), eval(speaker->lua, "combos"), eval(speaker->lua, "updates")}),
               (std::vector<double>{0, 2, 2}));
+    EXPECT_EQ(speaker->comboRef, 0);
 }
 
 TEST_F(CharacterTest, AJumpRisesAtFullSpeedFirstAndALandingBouncesOnlyFasterThan225) {
