@@ -3,13 +3,11 @@
 
 namespace {
 
-class ImageManagerTest : public RenderTest {
-protected:
-    TestSupport::ScopedTempDir dir;
-};
+using ImageManagerTest = RenderTest;
 
 // A missing or undecodable picture is null and tried again; a file read once is one shared texture.
 TEST_F(ImageManagerTest, PictureFileBecomesOneSharedTextureAndAFailureGivesNullAndTheReason) {
+    TestSupport::ScopedTempDir dir;
     TestSupport::writeFile("broken.png", "\x89PNG not really a picture");
     Graphics::Image *absent = nullptr, *broken = nullptr, *none = nullptr;
     const std::string log = logOf([&] {

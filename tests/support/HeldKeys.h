@@ -25,8 +25,7 @@ public:
     HeldKeys(const HeldKeys&) = delete;
     HeldKeys& operator=(const HeldKeys&) = delete;
 
-    static void hold(int key, bool down = true) { SDL_GetKeyState(nullptr)[key] = down ? 1 : 0; }
-    static void release(int key) { hold(key, false); }
+    static void hold(int key) { SDL_GetKeyState(nullptr)[key] = 1; }
     static void releaseAll() { memset(SDL_GetKeyState(nullptr), 0, SDLK_LAST); }
 
 private:
