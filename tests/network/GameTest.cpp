@@ -20,7 +20,6 @@
 #include "gameplay/ControllerDummy.h"
 #include "network/Client.h"
 #include "network/GamePath.h"
-#include "network/LocalGame.h"
 #include "network/Server.h"
 #include "shell/Log.h"
 
@@ -256,30 +255,6 @@ TEST_F(GamesTest, ClientsJoinComeBackWithTheirPidsAfterALossOrARestartRelayContr
         for (auto& client : clients) client->update(FRAME);
         return everyoneHasEveryone(true);
     }));
-}
-
-// Without a window, as on a dedicated server, the clients' worlds load no
-// pictures and say nothing of it.
-TEST_F(GamesTest, ALocalGameHostsAPlayerAndTwoBotsWithoutAWindowAndNothingFails) {
-    ControllerDummy pad;
-    Network::LocalGame game(17300);
-    game.addPlayer(&pad);
-    game.addBot();
-    game.addBot();
-    const std::string hosting = logOf([&] {
-        ASSERT_TRUE(game.open());
-        ASSERT_TRUE(waitFor([&] {
-            game.update(FRAME);
-            for (auto* group : {&game.players, &game.bots})
-                for (Client* client : *group)
-                    if (client->gameState != 1 || !isLoaded(*client, client->id)) return false;
-            return game.players.front()->arena->characters.size() == 3;
-        }));
-    });
-    EXPECT_EQ(hosting.find("FAIL"), std::string::npos) << hosting;
-    EXPECT_EQ(game.players.front()->controller, &pad);
-    EXPECT_EQ(game.server.arena->path, Network::LocalGame::DEFAULT_ARENA);
-    EXPECT_EQ(game.server.players[size_t(game.bots[1]->id)]->character->path, Network::LocalGame::DEFAULT_FIGHTER);
 }
 
 TEST_F(GamesTest, ServerAnswersTheSequenceByteForByte) {

@@ -8,12 +8,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <iterator>
 #include <regex>
 #include <string>
 #include <vector>
-
-#include "TestSupport.h"
 
 // The staged game, or the dedicated server beside it, in a directory of its
 // own, so that each run has its own settings and log, started in the background.
@@ -78,7 +77,11 @@ public:
         const std::regex expression(pattern);
         return size_t(std::distance(std::sregex_iterator(text.begin(), text.end(), expression), std::sregex_iterator()));
     }
-    std::string log() const { return TestSupport::readFile(dir + "/log.txt"); }
+    // Read here rather than through the tests' support, which the benchmarks don't link.
+    std::string log() const {
+        std::ifstream in(dir + "/log.txt", std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    }
     // Fresh presses into the game's window, each held for a few frames, also
     // slow ones, but left and right, which change numbers, for less than the
     // menu's shortest repeat. What they did shows in the log; a key that ends
