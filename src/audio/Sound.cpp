@@ -32,13 +32,6 @@ int mixerVolume(float share) {
     return static_cast<int>(share * MIX_MAX_VOLUME + 0.5f);
 }
 
-int freeChannel() {
-    const int channels = Mix_AllocateChannels(-1);
-    for (int channel = 0; channel < channels; ++channel)
-        if (!Mix_Playing(channel)) return channel;
-    return -1;
-}
-
 // Reads and decodes a sound; null only when the file can't be read.
 Sound::Sample* loadSample(const std::string& name) {
     char* data = Resource::read(name);
@@ -112,7 +105,7 @@ void playAt(const std::string& name, float loudness) {
     // The volume is set before the sound starts, so that no piece of it is
     // mixed at the channel's previous volume. With every channel busy the
     // sound is simply not heard.
-    int channel = freeChannel();
+    const int channel = Mix_GroupAvailable(-1);
     if (channel < 0) return;
     Mix_Volume(channel, mixerVolume(loudness));
     Mix_PlayChannelTimed(channel, sample->chunk, 0, -1);

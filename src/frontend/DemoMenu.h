@@ -5,6 +5,7 @@
 #include "frontend/ContentChoice.h"
 #include "frontend/MenuScreen.h"
 #include "graphics/SpriteInstance.h"
+#include "resources/Database.h"
 #include "network/Packet.h"
 
 // The first screen: host a game for the players at this keyboard and some
@@ -37,7 +38,7 @@ public:
         ITEM_JOIN_FIGHTER_2 = 23,
     };
     static constexpr const char* SECTION = "demo_menu";
-    static constexpr const char* SETTINGS = "config.nvo";
+    static constexpr const char* SETTINGS = Database::SETTINGS_FILE;
     static constexpr const char* BACKGROUND = "bg.jpg";
     // A held key runs quickly through the 256 values of an address part.
     static constexpr float ADDRESS_DELAY = 0.05f;

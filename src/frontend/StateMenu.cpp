@@ -23,17 +23,18 @@ void StateMenu::init() {
         menu.addChild(ITEM_CONTROLS, id, MENU_ACTION, word("options_player") + " " + number);
     }
     menu.addChild(ITEM_CONTROLS, ITEM_OPTIONS_RETURN, MENU_BACK, word("return"));
-    addVolume(ITEM_SOUND, "options_sound", Sound::getSoundVolume());
-    addVolume(ITEM_MUSIC, "options_music", Sound::getMusicVolume());
+    soundItem = addVolume(ITEM_SOUND, "options_sound", Sound::getSoundVolume());
+    musicItem = addVolume(ITEM_MUSIC, "options_music", Sound::getMusicVolume());
     menu.addChild(ITEM_OPTIONS, ITEM_OPTIONS_RETURN, MENU_BACK, word("return"));
     menu.addItem(ITEM_EXIT, MENU_ACTION, word("exit"));
     showMenu();
 }
 
-void StateMenu::addVolume(int id, const char* key, float share) {
+MenuItem* StateMenu::addVolume(int id, const char* key, float share) {
     MenuItem* item = menu.addChild(ITEM_OPTIONS, id, MENU_VALUE, word(key), VOLUME_DELAY);
     item->setRange(0.0f, 100.0f, 1.0f);
     item->value = std::round(share * 100.0f);
+    return item;
 }
 
 void StateMenu::choose(int32_t id) {
@@ -49,9 +50,16 @@ void StateMenu::choose(int32_t id) {
     }
 }
 
-// Saved only with the keys let go, not at every step of a held key.
+// Saved only with the keys let go, not at every step of a held key, and
+// only after a slider moved.
 void StateMenu::afterInput() {
-    Sound::setSoundVolume(menu.find(ITEM_SOUND)->value / 100.0f);
-    Sound::setMusicVolume(menu.find(ITEM_MUSIC)->value / 100.0f);
-    if (!ControllerManager::anyPressed()) SoundSettings::save(SETTINGS);
+    const float sound = soundItem->value / 100.0f;
+    const float music = musicItem->value / 100.0f;
+    if (sound != Sound::getSoundVolume() || music != Sound::getMusicVolume()) volumesMoved = true;
+    Sound::setSoundVolume(sound);
+    Sound::setMusicVolume(music);
+    if (volumesMoved && !ControllerManager::anyPressed()) {
+        SoundSettings::save(SETTINGS);
+        volumesMoved = false;
+    }
 }

@@ -1,5 +1,6 @@
 #pragma once
 #include "frontend/MenuScreen.h"
+#include "resources/Database.h"
 
 // The main menu of the local front end: a duel, the controls of four
 // players, and the two volumes.
@@ -19,7 +20,7 @@ public:
         ITEM_PLAYER_4 = 14,
     };
     static constexpr float VOLUME_DELAY = 0.03125f;
-    static constexpr const char* SETTINGS = "config.nvo";
+    static constexpr const char* SETTINGS = Database::SETTINGS_FILE;
 
     void init() override;
     int getType() override { return STATE_MENU; }
@@ -30,5 +31,9 @@ protected:
     void afterInput() override;
 
 private:
-    void addVolume(int id, const char* key, float share);
+    MenuItem* addVolume(int id, const char* key, float share);
+
+    MenuItem* soundItem = nullptr;
+    MenuItem* musicItem = nullptr;
+    bool volumesMoved = false;
 };

@@ -14,7 +14,7 @@ const int MOST_CONTROLLERS = 64;
 const int WARN_ABOVE = 16;
 
 std::vector<Controller*> controllers;
-std::string settingsPath = "config.nvo";
+std::string settingsPath = Database::SETTINGS_FILE;
 
 std::string prefixOf(int index) { return "ctrl." + std::to_string(index); }
 
@@ -66,7 +66,7 @@ void init(const std::string& path) {
 }
 
 void writeDefaults() {
-    Database* settings = Database::get("config.nvo");
+    Database* settings = Database::get(Database::SETTINGS_FILE);
     settings->setVal("ctrl.count", 2);
     for (const DefaultKeyboard& keyboard : DEFAULT_KEYBOARDS) {
         const std::string key = std::string("ctrl.") + keyboard.number;

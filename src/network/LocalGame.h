@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "gameplay/DefaultContent.h"
 #include "network/Client.h"
 #include "network/Packet.h"
 #include "network/Server.h"
@@ -21,8 +22,8 @@ namespace Network {
 class LocalGame {
 public:
     static constexpr const char* LOOPBACK = "127.0.0.1";
-    static constexpr const char* DEFAULT_ARENA = "arena/osmiornica/init.lua";
-    static constexpr const char* DEFAULT_FIGHTER = "character/default/init.lua";
+    static constexpr const char* DEFAULT_ARENA = DefaultContent::ARENA;
+    static constexpr const char* DEFAULT_FIGHTER = DefaultContent::FIGHTER;
 
     explicit LocalGame(int32_t port = Packet::PORT);
     ~LocalGame();

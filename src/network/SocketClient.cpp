@@ -3,7 +3,6 @@
 #include <sys/socket.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
 
 #include "network/SocketDescriptor.h"
@@ -111,7 +110,7 @@ int SocketClient::receive(uint8_t* into, uint32_t count) {
         ssize_t got = recv(descriptor, inbox.data(), INBOX_SIZE, MSG_DONTWAIT);
         if (got < 0) {
             drained = true;
-            return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR ? 0 : -1;
+            return wouldBlock() ? 0 : -1;
         }
         // The server has closed its side: nothing will ever come again.
         if (got == 0) return -1;

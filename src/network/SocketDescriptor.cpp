@@ -1,5 +1,6 @@
 #include "network/SocketDescriptor.h"
 
+#include <cerrno>
 #include <netinet/in.h>
 #include <sys/socket.h>
 
@@ -43,3 +44,5 @@ int socketDescriptor(TCPsocket socket) {
     if (peer != &layout->remoteAddress || !samePeer(descriptor, peer)) return -1;
     return descriptor;
 }
+
+bool wouldBlock() { return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR; }

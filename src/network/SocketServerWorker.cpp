@@ -4,7 +4,6 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <new>
 
 #include "network/SocketDescriptor.h"
@@ -19,8 +18,6 @@ const uint32_t PING_INTERVAL = 7500;
 const uint32_t PINGS_MISSED_LIMIT = 3;
 // The wait set holds the listener, the doorbell, then the clients.
 const size_t FIRST_CLIENT = 2;
-
-bool wouldBlock() { return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR; }
 
 }  // namespace
 

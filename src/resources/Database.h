@@ -10,6 +10,9 @@
 // Nothing reaches the disk unless a caller saves.
 class Database {
 public:
+    // The game's own settings: controllers, volumes, the last address joined.
+    static constexpr const char* SETTINGS_FILE = "config.nvo";
+
     // The shared object of a file, loaded on first use. A missing or broken
     // file still gives an object under that path, which a save then creates.
     static Database* get(const std::string& path);

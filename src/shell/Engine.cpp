@@ -5,6 +5,7 @@
 
 #include "audio/Sound.h"
 #include "gameplay/ControllerManager.h"
+#include "resources/Database.h"
 #include "shell/GameState.h"
 
 namespace {
@@ -19,7 +20,7 @@ namespace Engine {
 bool init() {
     states.reserve(8);
     running = true;
-    ControllerManager::init("config.nvo");
+    ControllerManager::init(Database::SETTINGS_FILE);
     return true;
 }
 

@@ -6,6 +6,7 @@
 #include "gameplay/Bot.h"
 #include "gameplay/Character.h"
 #include "gameplay/ControllerDummy.h"
+#include "gameplay/DefaultContent.h"
 #include "gameplay/Deathmatch.h"
 #include "shell/GameState.h"
 
@@ -18,8 +19,8 @@ class StandaloneScene : public GameState {
 public:
     // Not one of the front end's screens, so outside their numbering.
     static constexpr int STATE_STANDALONE = 100;
-    static constexpr const char* FIGHTER_SCRIPT = "character/default/init.lua";
-    static constexpr const char* ARENA_SCRIPT = "arena/osmiornica/init.lua";
+    static constexpr const char* FIGHTER_SCRIPT = DefaultContent::FIGHTER;
+    static constexpr const char* ARENA_SCRIPT = DefaultContent::ARENA;
     static constexpr int FIRST_CONTROLLER = 1;
     static constexpr int KEY_ESCAPE = 27;
 

@@ -49,7 +49,6 @@ int main(int argc, char** argv) {
         return CommandLine::EXIT_MISUSE;
     }
 
-    Log::setFlags(15);
     if (!freopen(LOG_FILE, "a", stdout)) return 1;
     RunLog::begin();
 
@@ -61,7 +60,7 @@ int main(int argc, char** argv) {
 
     if (SDLNet_Init() != 0) Log::fail("init: Nie udalo sie wystartowac sieci");
     if (!Sound::init(32)) Log::fail("init: Nie udalo sie wystartowac dzwieku");
-    SoundSettings::load("config.nvo");
+    SoundSettings::load(Database::SETTINGS_FILE);
     if (!Engine::init()) Log::fail("init: Nie udalo sie wystartowac silnika");
     Engine::push(firstState(request));
     Log::info("main: init %ums", SDL_GetTicks());

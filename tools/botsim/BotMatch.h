@@ -2,11 +2,13 @@
 #include <cstdio>
 #include <string>
 
+#include "gameplay/DefaultContent.h"
+
 // Two bots fighting in a server-side world, stepped at a fixed rate.
 namespace BotMatch {
 
 struct Setup {
-    std::string arena = "arena/osmiornica/init.lua";
+    std::string arena = DefaultContent::ARENA;
     std::string fighters[2];
     int rounds = 50;
     float step = 1.0f / 60.0f;

@@ -1,31 +1,26 @@
 #include "LoadClient.h"
 
-#include "gameplay/Character.h"
+#include "gameplay/DefaultContent.h"
+#include "network/NewClient.h"
 #include "network/Payload.h"
 
-LoadClient::LoadClient(const std::string& host, int port) {
-    client.mode = Network::Client::MODE_BOT;
-    client.init(host, port);
-    // Only the path travels; the server and every world load the script.
-    auto* fighter = new Character();
-    fighter->objectType = OBJECT_SERVER;
-    fighter->path = "character/default/init.lua";
-    client.setCharacter(fighter);
-    client.onPacket = [this](const Packet& packet) { count(packet); };
+LoadClient::LoadClient(const std::string& host, int port)
+    : client(Network::newClient(Network::Client::MODE_BOT, host, port, DefaultContent::FIGHTER)) {
+    client->onPacket = [this](const Packet& packet) { count(packet); };
 }
 
 void LoadClient::update(float dt, double now) {
     frameTime = now;
-    client.update(dt);
-    bool isConnected = client.socket.isConnected();
+    client->update(dt);
+    bool isConnected = client->socket.isConnected();
     if (isConnected && !connected) ++connections;
     connected = isConnected;
     if (joined()) hasJoined = true;
 }
 
 bool LoadClient::joined() const {
-    if (client.gameState != 1 || client.id < 0 || size_t(client.id) >= client.players.size()) return false;
-    return !client.players[size_t(client.id)]->character->path.empty();
+    if (client->gameState != 1 || client->id < 0 || size_t(client->id) >= client->players.size()) return false;
+    return !client->players[size_t(client->id)]->character->path.empty();
 }
 
 void LoadClient::openTally() {

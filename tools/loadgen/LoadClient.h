@@ -1,6 +1,7 @@
 #pragma once
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 
 #include "network/Client.h"
@@ -39,8 +40,8 @@ public:
     void openTally();
     Tally closeTally();
 
-    int id() const { return client.id; }
-    int ping() const { return client.socket.ping; }
+    int id() const { return client->id; }
+    int ping() const { return client->socket.ping; }
     // Connections made again after the first.
     int reconnects() const { return connections > 0 ? connections - 1 : 0; }
     bool everJoined() const { return hasJoined; }
@@ -54,7 +55,7 @@ private:
     };
     void count(const Packet& packet);
 
-    Network::Client client;
+    std::unique_ptr<Network::Client> client;
     bool counting = false;
     double frameTime = 0.0;
     double openedAt = 0.0;
