@@ -75,7 +75,3 @@ std::string ContentChoice::fighterScript(int player) const {
 std::string ContentChoice::arenaScript() const {
     return arenaPath.empty() ? Network::LocalGame::DEFAULT_ARENA : arenaPath;
 }
-
-std::string ContentChoice::labelled(const std::string& label, const std::string& name) {
-    return name.empty() ? label : label + ": " + name;
-}

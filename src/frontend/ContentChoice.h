@@ -26,8 +26,6 @@ public:
     // The scripts to play, the defaults where nothing was chosen.
     std::string fighterScript(int player) const;
     std::string arenaScript() const;
-    // A label with the chosen name behind it, or as it is while none was chosen.
-    static std::string labelled(const std::string& label, const std::string& name);
 
     int32_t selecting = SELECTING_NONE;
     // Script paths and shown names; empty until chosen.

@@ -1,7 +1,5 @@
 #include "frontend/DemoMenu.h"
 
-#include <algorithm>
-
 #include "frontend/DemoClient.h"
 #include "frontend/DemoServer.h"
 #include "frontend/StateMenu.h"
@@ -45,12 +43,9 @@ void DemoMenu::init() {
     showMenu();
 }
 
-// Every value here is a count or an address part, in whole steps. A first
-// value from a damaged settings file is brought into the range.
+// Every value here is a count or an address part, in whole steps.
 void DemoMenu::addValue(int32_t parent, int32_t id, const char* key, int min, int max, int first, float delay) {
-    MenuItem* item = menu.addChild(parent, id, MENU_VALUE, word(key), delay);
-    item->setRange(static_cast<float>(min), static_cast<float>(max), 1.0f);
-    item->value = static_cast<float>(std::clamp(first, min, max));
+    wholeValues(menu.addChild(parent, id, MENU_VALUE, word(key), delay), min, max, first);
 }
 
 void DemoMenu::choose(int32_t id) {
@@ -86,7 +81,7 @@ void DemoMenu::showChoices() {
         {ITEM_JOIN_FIGHTER_1, "fighter_1", choice.fighterNames[0]},
         {ITEM_JOIN_FIGHTER_2, "fighter_2", choice.fighterNames[1]},
     };
-    for (const auto& label : labels) menu.find(label.id)->label = ContentChoice::labelled(word(label.key), label.name);
+    for (const auto& label : labels) relabel(label.id, label.key, label.name);
 }
 
 void DemoMenu::host() {

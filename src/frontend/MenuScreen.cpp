@@ -1,5 +1,7 @@
 #include "frontend/MenuScreen.h"
 
+#include <algorithm>
+
 #include "frontend/ScreenText.h"
 #include "graphics/Render.h"
 #include "resources/LanguageFile.h"
@@ -37,3 +39,12 @@ void MenuScreen::buildText() {
 }
 
 void MenuScreen::draw() { text.draw(0.0f, 0.0f, 0.0f, 255.0f); }
+
+void MenuScreen::wholeValues(MenuItem* item, int min, int max, int first) {
+    item->setRange(static_cast<float>(min), static_cast<float>(max), 1.0f);
+    item->value = static_cast<float>(std::clamp(first, min, max));
+}
+
+void MenuScreen::relabel(int32_t id, const char* key, const std::string& name) {
+    menu.find(id)->label = name.empty() ? word(key) : word(key) + ": " + name;
+}

@@ -37,6 +37,11 @@ protected:
     void rearm();
     void buildText();
     std::string word(const char* key) { return lang.get(key); }
+    // A value item of whole numbers from `min` to `max`; a first value from
+    // outside (a damaged settings file) is brought into the range.
+    static void wholeValues(MenuItem* item, int min, int max, int first);
+    // The label of `key` with the chosen name behind it, or alone while none was chosen.
+    void relabel(int32_t id, const char* key, const std::string& name);
 
     IniFile lang;
 };

@@ -10,12 +10,8 @@ void StateDuelPrepare::init() {
     menu.addItem(ITEM_ARENA, MENU_ACTION, word("menu_select_arena"));
     menu.addItem(ITEM_FIGHTER_1, MENU_ACTION, word("menu_select_char_1"));
     menu.addItem(ITEM_FIGHTER_2, MENU_ACTION, word("menu_select_char_2"));
-    MenuItem* rounds = menu.addItem(ITEM_ROUNDS, MENU_VALUE, word("menu_rounds"), 0.25f);
-    rounds->setRange(1.0f, 50.0f, 1.0f);
-    rounds->value = 3.0f;
-    MenuItem* time = menu.addItem(ITEM_TIME, MENU_VALUE, word("menu_time"), 0.0625f);
-    time->setRange(0.0f, 90.0f, 1.0f);
-    time->value = 45.0f;
+    wholeValues(menu.addItem(ITEM_ROUNDS, MENU_VALUE, word("menu_rounds"), 0.25f), 1, 50, 3);
+    wholeValues(menu.addItem(ITEM_TIME, MENU_VALUE, word("menu_time"), 0.0625f), 0, 90, 45);
     menu.addItem(ITEM_RETURN, MENU_BACK, word("menu_return"));
     menu.addItem(ITEM_OPPONENT, MENU_ACTION, "");
     choice.selecting = ContentChoice::SELECTING_NONE;
@@ -54,8 +50,8 @@ void StateDuelPrepare::resume() {
 }
 
 void StateDuelPrepare::showChoices() {
-    menu.find(ITEM_ARENA)->label = ContentChoice::labelled(word("menu_select_arena"), choice.arenaName);
-    menu.find(ITEM_FIGHTER_1)->label = ContentChoice::labelled(word("menu_select_char_1"), choice.fighterNames[0]);
-    menu.find(ITEM_FIGHTER_2)->label = ContentChoice::labelled(word("menu_select_char_2"), choice.fighterNames[1]);
+    relabel(ITEM_ARENA, "menu_select_arena", choice.arenaName);
+    relabel(ITEM_FIGHTER_1, "menu_select_char_1", choice.fighterNames[0]);
+    relabel(ITEM_FIGHTER_2, "menu_select_char_2", choice.fighterNames[1]);
     menu.find(ITEM_OPPONENT)->label = word(secondIsBot ? "menu_second_bot" : "menu_second_player");
 }

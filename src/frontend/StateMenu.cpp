@@ -32,8 +32,7 @@ void StateMenu::init() {
 
 MenuItem* StateMenu::addVolume(int id, const char* key, float share) {
     MenuItem* item = menu.addChild(ITEM_OPTIONS, id, MENU_VALUE, word(key), VOLUME_DELAY);
-    item->setRange(0.0f, 100.0f, 1.0f);
-    item->value = std::round(share * 100.0f);
+    wholeValues(item, 0, 100, static_cast<int>(std::lround(share * 100.0f)));
     return item;
 }
 

@@ -18,15 +18,25 @@ std::string settingsPath = Database::SETTINGS_FILE;
 
 std::string prefixOf(int index) { return "ctrl." + std::to_string(index); }
 
+// Writes controller `index` as a keyboard with these keys; returns the prefix of its keys.
+std::string storeKeyboard(Database& settings, int index, const int32_t keys[ACTION_COUNT]) {
+    const std::string key = prefixOf(index);
+    const std::string prefix = key + ".keyboard";
+    settings.setStr(key, "keyboard");
+    for (int action = 0; action < ACTION_COUNT; ++action)
+        settings.setVal(prefix + ControllerKeyboard::keyName(action), keys[action]);
+    return prefix;
+}
+
 struct DefaultKeyboard {
-    const char* number;
+    int index;
     int32_t keys[ACTION_COUNT];
 };
 
 // Arrows with right Shift and right Ctrl; WSAD with F and G.
 const DefaultKeyboard DEFAULT_KEYBOARDS[] = {
-    {"0", {273, 274, 276, 275, 303, 305}},
-    {"1", {119, 115, 97, 100, 102, 103}},
+    {0, {273, 274, 276, 275, 303, 305}},
+    {1, {119, 115, 97, 100, 102, 103}},
 };
 
 }  // namespace
@@ -68,22 +78,13 @@ void init(const std::string& path) {
 void writeDefaults() {
     Database* settings = Database::get(Database::SETTINGS_FILE);
     settings->setVal("ctrl.count", 2);
-    for (const DefaultKeyboard& keyboard : DEFAULT_KEYBOARDS) {
-        const std::string key = std::string("ctrl.") + keyboard.number;
-        settings->setStr(key, "keyboard");
-        for (int action = 0; action < ACTION_COUNT; ++action)
-            settings->setVal(key + ".keyboard" + ControllerKeyboard::keyName(action), keyboard.keys[action]);
-    }
+    for (const DefaultKeyboard& keyboard : DEFAULT_KEYBOARDS) storeKeyboard(*settings, keyboard.index, keyboard.keys);
 }
 
 bool setKeyboard(int index, const int32_t keys[ACTION_COUNT]) {
     if (index < 0 || index >= MOST_CONTROLLERS) return false;
     Database* settings = Database::get(settingsPath);
-    const std::string key = prefixOf(index);
-    const std::string prefix = key + ".keyboard";
-    settings->setStr(key, "keyboard");
-    for (int action = 0; action < ACTION_COUNT; ++action)
-        settings->setVal(prefix + ControllerKeyboard::keyName(action), keys[action]);
+    const std::string prefix = storeKeyboard(*settings, index, keys);
     if (settings->getVal("ctrl.count") < index + 1) settings->setVal("ctrl.count", index + 1);
 
     // Fighters may hold the other controllers, so those stay where they are.
