@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
+#include <vector>
 
 #include "gameplay/Arena.h"
 #include "gameplay/Character.h"
@@ -11,6 +13,22 @@
 namespace GameModes {
 
 namespace {
+
+// The one id with the highest score above zero; nobody when it is shared.
+template <typename Score>
+int32_t soleBest(const std::vector<std::pair<int32_t, Score>>& scores) {
+    int32_t best = Deathmatch::NO_WINNER;
+    Score top = 0;
+    for (const auto& [id, score] : scores) {
+        if (score > top) {
+            best = id;
+            top = score;
+        } else if (score == top) {
+            best = Deathmatch::NO_WINNER;
+        }
+    }
+    return best;
+}
 
 const float BAR_WIDTH = 96.0f;
 const float BAR_LEFT = 48.0f;
@@ -118,34 +136,16 @@ void Deathmatch::endRound(int32_t winner) {
 }
 
 int32_t Deathmatch::healthiest() const {
-    int32_t best = NO_WINNER;
-    float bestHp = 0.0f;
-    for (const Character* fighter : characters) {
-        if (fighter->hp > bestHp) {
-            best = fighter->id;
-            bestHp = fighter->hp;
-        } else if (fighter->hp == bestHp) {
-            best = NO_WINNER;
-        }
-    }
-    return best;
+    std::vector<std::pair<int32_t, float>> health;
+    for (const Character* fighter : characters) health.emplace_back(fighter->id, fighter->hp);
+    return soleBest(health);
 }
 
 int32_t Deathmatch::mostRoundsWon() const {
     std::map<int32_t, int> wins;
     for (int32_t winner : roundWinners)
         if (winner != NO_WINNER) ++wins[winner];
-    int32_t best = NO_WINNER;
-    int most = 0;
-    for (const auto& entry : wins) {
-        if (entry.second > most) {
-            best = entry.first;
-            most = entry.second;
-        } else if (entry.second == most) {
-            best = NO_WINNER;
-        }
-    }
-    return best;
+    return soleBest(std::vector<std::pair<int32_t, int>>(wins.begin(), wins.end()));
 }
 
 void Deathmatch::runPause(float dt) {

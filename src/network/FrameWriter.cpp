@@ -37,7 +37,7 @@ long FrameWriter::step(PacketQueue& queue, const Write& write) {
     if (written <= 0) return written;
     uint64_t done = uint64_t(written) + sent;
     while (!writing.empty()) {
-        uint64_t frame = Packet::HEADER_SIZE + uint64_t(writing.front()->size);
+        uint64_t frame = writing.front()->frameBytes();
         if (done < frame) break;
         done -= frame;
         Packet::destroy(writing.front());

@@ -51,6 +51,8 @@ struct Packet {
 
     uint8_t* payload() { return reinterpret_cast<uint8_t*>(this + 1); }
     const uint8_t* payload() const { return reinterpret_cast<const uint8_t*>(this + 1); }
+    // Its length on the wire, header and payload.
+    uint64_t frameBytes() const { return HEADER_SIZE + uint64_t(size); }
 
     // A new packet with a copy of `size` bytes of data; a null `data` makes a
     // payload of 0 bytes whatever `size` says. Null, with one log line, when

@@ -17,7 +17,7 @@ public:
 
     // Takes the packet, or refuses it (false) and leaves it to the caller.
     bool push(Packet* packet) {
-        uint64_t frame = frameBytes(packet);
+        const uint64_t frame = packet->frameBytes();
         if (frame > limit - held) return false;
         packets.push_back(packet);
         held += frame;
@@ -28,7 +28,7 @@ public:
         if (packets.empty()) return nullptr;
         Packet* packet = packets.front();
         packets.pop_front();
-        held -= frameBytes(packet);
+        held -= packet->frameBytes();
         return packet;
     }
     void clear() {
@@ -40,8 +40,6 @@ public:
     uint64_t bytes() const { return held; }
 
 private:
-    static uint64_t frameBytes(const Packet* packet) { return Packet::HEADER_SIZE + uint64_t(packet->size); }
-
     std::deque<Packet*> packets;
     uint64_t held = 0;
     uint64_t limit;

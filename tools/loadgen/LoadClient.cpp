@@ -53,7 +53,8 @@ LoadClient::Tally LoadClient::closeTally() {
 
 void LoadClient::count(const Packet& packet) {
     if (!counting) return;
-    allBytes += Packet::HEADER_SIZE + uint64_t(packet.size);
+    const uint64_t frame = packet.frameBytes();
+    allBytes += frame;
     std::pair<int32_t, int32_t> key{packet.type, 0};
     if (packet.type == CHARACTER_STATE) {
         Payload::Reader in(&packet);
@@ -64,5 +65,5 @@ void LoadClient::count(const Packet& packet) {
     Stream& stream = streams[key];
     if (stream.packets++ == 0) stream.first = frameTime;
     stream.last = frameTime;
-    stream.bytes += Packet::HEADER_SIZE + uint64_t(packet.size);
+    stream.bytes += frame;
 }
